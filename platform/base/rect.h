@@ -5,6 +5,9 @@
 struct POINT { LONG x; LONG y; };
 struct SIZE { LONG cx; LONG cy; };
 struct RECT { LONG left; LONG top; LONG right; LONG bottom; };
+typedef RECT* LPRECT;
+typedef const RECT* LPCRECT;
+typedef POINT* LPPOINT;
 
 class CPoint : public POINT {
 public:

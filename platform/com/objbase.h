@@ -1,0 +1,17 @@
+// Class objects: CoCreateInstance, CoGetClassObject, CLSIDFromProgID over in-process servers.
+#pragma once
+#include "unknwn.h"
+
+#define CLSCTX_INPROC_SERVER 0x1
+
+typedef HRESULT (*LPFNGETCLASSOBJECT)(REFCLSID rclsid, REFIID riid, void** ppv);
+
+// Stand-in for a server's InprocServer32 key and its loading: the server's DllGetClassObject is
+// made known to COM directly. Registering the same entry twice has no further effect.
+void CoRegisterInprocServer(LPFNGETCLASSOBJECT pfnGetClassObject);
+// Stand-in for the ProgID key of the registry, written when a class factory is made.
+void CoRegisterProgID(LPCOLESTR lpszProgID, REFCLSID rclsid);
+
+HRESULT CLSIDFromProgID(LPCOLESTR lpszProgID, CLSID* lpclsid);
+HRESULT CoGetClassObject(REFCLSID rclsid, DWORD dwClsContext, void* pvReserved, REFIID riid, void** ppv);
+HRESULT CoCreateInstance(REFCLSID rclsid, IUnknown* pUnkOuter, DWORD dwClsContext, REFIID riid, void** ppv);

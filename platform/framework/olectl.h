@@ -1,0 +1,135 @@
+// COleControl: MFC's base of an ActiveX control: COM doors, stock properties, ambient
+// properties, events, the modified flag, invalidation and property exchange.
+#pragma once
+#include <vector>
+#include "dispmap.h"
+#include "fontholder.h"
+#include "pxchange.h"
+
+class COleControl : public CCmdTarget,
+                    public IDispatch,
+                    public IPersistPropertyBag,
+                    public IPersistStreamInit,
+                    public IConnectionPoint,
+                    public IOleObject,
+                    public IProvideClassInfo {
+public:
+    COleControl();
+    ~COleControl() override;
+
+    // IUnknown: one reference count for all the interfaces.
+    HRESULT QueryInterface(REFIID riid, void** ppv) override;
+    ULONG AddRef() override;
+    ULONG Release() override;
+
+    // IDispatch, through the class's dispatch map.
+    HRESULT GetTypeInfoCount(UINT* pctinfo) override;
+    HRESULT GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT GetIDsOfNames(REFIID riid, LPCOLESTR* rgszNames, UINT cNames, LCID lcid, DISPID* rgDispId) override;
+    HRESULT Invoke(DISPID dispIdMember, REFIID riid, LCID lcid, WORD wFlags, DISPPARAMS* pDispParams,
+                   VARIANT* pVarResult, EXCEPINFO* pExcepInfo, UINT* puArgErr) override;
+
+    // IPersistPropertyBag and IPersistStreamInit (one GetClassID, InitNew and Load serve both).
+    HRESULT GetClassID(CLSID* pClassID) override;
+    HRESULT InitNew() override;
+    HRESULT Load(IPropertyBag* pPropBag, IErrorLog* pErrorLog) override;
+    HRESULT Save(IPropertyBag* pPropBag, BOOL fClearDirty, BOOL fSaveAllProperties) override;
+    HRESULT IsDirty() override;
+    HRESULT Load(IStream* pStm) override;
+    HRESULT Save(IStream* pStm, BOOL fClearDirty) override;
+
+    // IConnectionPoint: the host's event sink, an IDispatch.
+    HRESULT Advise(IUnknown* pUnkSink, DWORD* pdwCookie) override;
+    HRESULT Unadvise(DWORD dwCookie) override;
+
+    // IOleObject
+    HRESULT SetClientSite(IOleClientSite* pClientSite) override;
+    HRESULT GetClientSite(IOleClientSite** ppClientSite) override;
+    HRESULT Close(DWORD dwSaveOption) override;
+
+    // IProvideClassInfo
+    const CDispatchMap* GetDispatchMapInfo() override { return &GetDispatchMap(); }
+    const CEventMap* GetEventMapInfo() override { return &GetEventMap(); }
+
+    // Overridables
+    virtual const CDispatchMap& GetDispatchMap() const = 0;
+    virtual const CEventMap& GetEventMap() const = 0;
+    virtual const CLSID& GetClassIDRef() const = 0;
+    virtual void DoPropExchange(CPropExchange* pPX);
+    virtual void OnResetState();
+    virtual void OnFontChanged();
+    virtual void OnBackColorChanged();
+    virtual void OnForeColorChanged();
+    virtual void OnEnabledChanged();
+    virtual void OnTextChanged();
+
+    // Ambient properties, asked of the site at each use.
+    BOOL GetAmbientProperty(DISPID dwDispid, VARTYPE vtProp, void* pvProp);
+    BOOL AmbientUserMode();
+    OLE_COLOR AmbientBackColor();
+    OLE_COLOR AmbientForeColor();
+    LPFONTDISP AmbientFont(); // with a reference for the caller, or null
+
+    void SetModifiedFlag(BOOL bModified = TRUE) { m_bModified = bModified; }
+    BOOL IsModified() const { return m_bModified; }
+    void InvalidateControl(LPCRECT lpRect = nullptr, BOOL bErase = TRUE);
+    // Raises an event: arguments in declaration order; by-reference ones point at the caller's value.
+    void FireEvent(DISPID dispid, std::vector<VARIANT> args = {});
+    void BoundPropertyChanged(DISPID dispid);
+    COLORREF TranslateColor(OLE_COLOR clrColor, HPALETTE hpal = nullptr);
+
+    // Stock properties
+    OLE_COLOR GetBackColor() { return m_clrBackColor; }
+    void SetBackColor(OLE_COLOR clr);
+    OLE_COLOR GetForeColor() { return m_clrForeColor; }
+    void SetForeColor(OLE_COLOR clr);
+    BOOL GetEnabled() { return m_bEnabled; }
+    void SetEnabled(BOOL bEnabled);
+    LPFONTDISP GetFont() { return m_font.GetFontDispatch(); }
+    void SetFont(LPFONTDISP pFontDisp);
+    CFontHolder& InternalGetFont() { return m_font; }
+    CString GetText() { return m_strStockText; }
+    void SetText(LPCTSTR pszText);
+    OLE_HANDLE GetHwnd() { return 0; } // no window yet in this build of the framework
+    void SetHwnd(OLE_HANDLE) {}
+
+    // Rows of the stock properties, for a class's dispatch map.
+    static DispEntry StockBackColor();
+    static DispEntry StockForeColor();
+    static DispEntry StockEnabled();
+    static DispEntry StockFont();
+    static DispEntry StockHwnd();
+    static DispEntry StockText();
+
+protected:
+    // Hears the stock font's changes.
+    class CFontNotify : public IPropertyNotifySink {
+    public:
+        explicit CFontNotify(COleControl* p) : m_pCtrl(p) {}
+        HRESULT QueryInterface(REFIID riid, void** ppv) override;
+        ULONG AddRef() override { return 2; }   // lives inside the control
+        ULONG Release() override { return 1; }
+        HRESULT OnChanged(DISPID) override { m_pCtrl->OnFontChanged(); return S_OK; }
+        HRESULT OnRequestEdit(DISPID) override { return S_OK; }
+    private:
+        COleControl* m_pCtrl;
+    };
+
+    CFontNotify m_xFontNotification{this};
+    CFontHolder m_font{&m_xFontNotification};
+    OLE_COLOR m_clrBackColor = 0x80000005;
+    OLE_COLOR m_clrForeColor = 0x80000008;
+    BOOL m_bEnabled = TRUE;
+    CString m_strStockText;
+
+private:
+    void ExchangeStockProps(CPropExchange* pPX);
+    HRESULT Exchange(CPropExchange& px, BOOL fClearDirty);
+
+    CComRefCount<COleControl> m_ref;
+    IOleClientSite* m_pClientSite = nullptr;
+    std::vector<std::pair<DWORD, IDispatch*>> m_sinks;
+    DWORD m_nextCookie = 1;
+    BOOL m_bModified = FALSE;
+    friend class CComRefCount<COleControl>;
+};

@@ -1,0 +1,75 @@
+// CPictureHolder: making picture objects from handles and swapping them.
+#include "pictholder.h"
+
+BOOL CPictureHolder::Create(PICTDESC& desc, BOOL bOwn)
+{
+    desc.cbSizeofstruct = sizeof desc;
+    IPicture* pic = nullptr;
+    if (FAILED(OleCreatePictureIndirect(&desc, IID_IPicture, bOwn, reinterpret_cast<void**>(&pic)))) return FALSE;
+    SetPicture(pic);
+    pic->Release();
+    return TRUE;
+}
+
+BOOL CPictureHolder::CreateEmpty()
+{
+    PICTDESC d{};
+    d.picType = PICTYPE_NONE;
+    return Create(d, TRUE);
+}
+
+BOOL CPictureHolder::CreateFromBitmap(HBITMAP hbm, HPALETTE hpal, BOOL bTransferOwnership)
+{
+    PICTDESC d{};
+    d.picType = PICTYPE_BITMAP;
+    d.bmp.hbitmap = hbm;
+    d.bmp.hpal = hpal;
+    return Create(d, bTransferOwnership);
+}
+
+BOOL CPictureHolder::CreateFromIcon(HICON hicon, BOOL bTransferOwnership)
+{
+    PICTDESC d{};
+    d.picType = PICTYPE_ICON;
+    d.icon.hicon = hicon;
+    return Create(d, bTransferOwnership);
+}
+
+BOOL CPictureHolder::CreateFromMetafile(HMETAFILE hmf, int xExt, int yExt, BOOL bTransferOwnership)
+{
+    PICTDESC d{};
+    d.picType = PICTYPE_METAFILE;
+    d.wmf.hmeta = hmf;
+    d.wmf.xExt = xExt;
+    d.wmf.yExt = yExt;
+    return Create(d, bTransferOwnership);
+}
+
+SHORT CPictureHolder::GetType() const
+{
+    SHORT type = PICTYPE_UNINITIALIZED;
+    if (m_pPict) m_pPict->get_Type(&type);
+    return type;
+}
+
+LPPICTUREDISP CPictureHolder::GetPictureDispatch() const
+{
+    LPPICTUREDISP disp = nullptr;
+    if (m_pPict) m_pPict->QueryInterface(IID_IPictureDisp, reinterpret_cast<void**>(&disp));
+    return disp;
+}
+
+void CPictureHolder::SetPictureDispatch(LPPICTUREDISP pDisp)
+{
+    IPicture* pic = nullptr;
+    if (pDisp) pDisp->QueryInterface(IID_IPicture, reinterpret_cast<void**>(&pic));
+    SetPicture(pic);
+    if (pic) pic->Release();
+}
+
+void CPictureHolder::SetPicture(IPicture* pPict)
+{
+    if (pPict) pPict->AddRef();
+    if (m_pPict) m_pPict->Release();
+    m_pPict = pPict;
+}

@@ -1,0 +1,115 @@
+// CQuillonCtrl: the masked edit control, its property store, automation surface and masked text.
+#pragma once
+#include "base/coll.h"
+#include "control/QuillonEnums.h"
+#include "framework/olectl.h"
+#include "framework/pictholder.h"
+
+class CQuillonCtrl : public COleControl {
+public:
+    CQuillonCtrl();
+    ~CQuillonCtrl() override;
+
+    static const CLSID clsid;
+    const CDispatchMap& GetDispatchMap() const override;
+    const CEventMap& GetEventMap() const override;
+    const CLSID& GetClassIDRef() const override { return clsid; }
+
+    // Property store
+    void DoPropExchange(CPropExchange* pPX) override;
+    void OnResetState() override;
+    void UpdateInsets();
+    void UpdatePictureSize();
+
+    // Masked text
+    void BuildLiteral();
+    TCHAR ApplyCase(TCHAR ch) const;
+    void ApplyTextToMask(const CString& text);
+    CString GetMaskedText();
+    void SetMaskedText(LPCTSTR value);
+    CString GetEditMask();
+    void SetEditMask(LPCTSTR value);
+
+    // Items
+    SHORT AddItem(LPCTSTR strText);
+    BOOL RemoveItem(SHORT nIndex);
+    void ClearItems();
+    SHORT ItemCount();
+    void DeleteItems(BOOL bCloseList);
+    void EnsureSorted();
+    void QuickSortItems(SHORT nLeft, SHORT nRight);
+    CString GetItemText(SHORT index);
+    void SetTextFromItem(SHORT index);
+
+    // Methods of the automation surface that need the child edit or the list
+    SHORT CaretPosition();
+    SHORT SelStart();
+    SHORT SelEnd();
+    void SetSel(SHORT nStartChar, SHORT nEndChar, BOOL bNoScroll);
+    void HideList();
+    OLE_HANDLE EditHwnd();
+
+    // Events
+    void FireChange() { FireEvent(eventidChange); }
+    void FireCtrlError(SHORT nError, SHORT nIndex);
+
+    // Persisted members, in exchange order
+    CPictureHolder m_picDrop;
+    OLE_COLOR m_clrBack = 0, m_clrFore = 0, m_clrBorder = 0, m_clrDropBack = 0, m_clrDropBackTo = 0,
+              m_clrDropFore = 0, m_clrSpinBack = 0, m_clrSpinBackTo = 0, m_clrSpinFore = 0, m_clrDisabled = 0,
+              m_clrMask = 0, m_clrScrollBack = 0, m_clrScrollBackTo = 0, m_clrScrollFore = 0;
+    SHORT m_nBorderType = 0, m_nArrowType = 0, m_nCaseType = 0, m_nAlignment = 0, m_nDisplayStyle = 0,
+          m_nAutoComplete = 0, m_nScrollStyle = 0, m_nButtonFillType = 0, m_nButtonStyle = 0, m_nDropWidth = 0,
+          m_nSpinWidth = 0, m_nButtonBevel = 0, m_nInitialDelay = 0, m_nRepeatRate = 0, m_nPicXOffset = 0,
+          m_nPicYOffset = 0, m_nListOffset = 0, m_nAutoFindSize = 0;
+    BOOL m_bDropButton = FALSE, m_bSpinButton = FALSE, m_bSelectOnFocus = FALSE, m_bMaskBitmap = FALSE,
+         m_bEmbossBitmap = FALSE, m_bUseMaskChars = FALSE, m_bMatchCase = FALSE, m_bSorted = FALSE,
+         m_bReverseBorder = FALSE;
+    CString m_strEditMask, m_strText, m_strPasswordChar;
+
+    // Run-time members
+    SHORT m_nDropPressed = 0, m_nSpinPressed = 0;
+    BOOL m_bEditCreated = FALSE, m_bListCreated = FALSE, m_bDropCaptured = FALSE, m_bSpinRepeating = FALSE,
+         m_bSpinFirstTick = TRUE, m_bMouseOver = FALSE, m_bFirstDrawFired = FALSE, m_bItemsDirty = TRUE;
+    CString m_strLiteral;
+    LONG m_clrEditBrush = -1;
+    SHORT m_nInsetTop = 0, m_nInsetBottom = 0, m_nInsetLeft = 0, m_nInsetRight = 0;
+    SHORT m_nPicHeight = 0, m_nPicWidth = 0;
+    CObArray m_items;
+    CString m_strListClass;
+
+private:
+    void SetDefaults();
+    void ResetRunTimeState();
+    void SetEditText(const CString& text);
+
+    // Property gets and puts of the dispatch map (QuillonAccess.cpp).
+    friend struct QuillonDispatchTable;
+    template <SHORT CQuillonCtrl::*Member> SHORT GetShort() { return this->*Member; }
+    template <BOOL CQuillonCtrl::*Member> BOOL GetBool() { return this->*Member; }
+    template <OLE_COLOR CQuillonCtrl::*Member> OLE_COLOR GetColor() { return this->*Member; }
+    template <OLE_COLOR CQuillonCtrl::*Member> void PutColorA(OLE_COLOR v) { this->*Member = v; StoreAndRepaint(); }
+    template <BOOL CQuillonCtrl::*Member> void PutBoolA(BOOL v) { this->*Member = v; StoreAndRepaint(); }
+    template <BOOL CQuillonCtrl::*Member> void PutBoolB(BOOL v) { this->*Member = v; SetModifiedFlag(TRUE); }
+    template <SHORT CQuillonCtrl::*Member> void PutShortA(SHORT v) { this->*Member = v; StoreAndRepaint(); }
+    template <SHORT CQuillonCtrl::*Member> void PutShortB(SHORT v) { this->*Member = v; SetModifiedFlag(TRUE); }
+    template <SHORT CQuillonCtrl::*Member, SHORT Bound> void PutShortC(SHORT v)
+    {
+        if (static_cast<USHORT>(v) < Bound) PutShortA<Member>(v);
+    }
+    template <SHORT CQuillonCtrl::*Member, SHORT Bound> void PutShortCNoRepaint(SHORT v)
+    {
+        if (static_cast<USHORT>(v) < Bound) PutShortB<Member>(v);
+    }
+    void StoreAndRepaint() { SetModifiedFlag(TRUE); InvalidateControl(nullptr, TRUE); }
+
+    void SetBorderType(SHORT v);
+    void SetDropWidth(SHORT v);
+    void SetAutoFindSize(SHORT v);
+    LPPICTUREDISP GetDropPicture();
+    void SetDropPicture(LPPICTUREDISP pPict);
+    CString GetPasswordChar();
+    void SetPasswordChar(LPCTSTR v);
+    CString GetEmptyString();
+    SHORT GetZero();
+};

@@ -1,0 +1,89 @@
+// CQuillonCtrl: the item array, its limit and error reports, and the deferred sort.
+#include "control/QuillonCtrl.h"
+#include "droplist/ListItem.h"
+
+namespace {
+const CString& ItemText(const CObArray& items, int i) { return static_cast<const CListItem*>(items[i])->GetText(); }
+} // namespace
+
+SHORT CQuillonCtrl::AddItem(LPCTSTR strText)
+{
+    if (m_items.GetSize() >= kMaxItems) {
+        FireCtrlError(errListFull, 0);
+        return -1;
+    }
+    m_items.InsertAt(m_items.GetSize(), new CListItem(strText));
+    m_bItemsDirty = TRUE;
+    InvalidateControl(nullptr, TRUE);
+    return static_cast<SHORT>(m_items.GetSize() - 1);
+}
+
+BOOL CQuillonCtrl::RemoveItem(SHORT nIndex)
+{
+    if (nIndex < 0 || nIndex >= m_items.GetSize()) {
+        FireCtrlError(errBadIndex, nIndex);
+        return FALSE;
+    }
+    HideList();
+    delete m_items[nIndex];
+    m_items.RemoveAt(nIndex, 1);
+    m_bItemsDirty = TRUE;
+    InvalidateControl(nullptr, TRUE);
+    SetModifiedFlag(TRUE);
+    return TRUE;
+}
+
+void CQuillonCtrl::ClearItems() { DeleteItems(TRUE); }
+
+SHORT CQuillonCtrl::ItemCount() { return static_cast<SHORT>(m_items.GetSize()); }
+
+void CQuillonCtrl::DeleteItems(BOOL bCloseList)
+{
+    for (int i = 0; i < m_items.GetSize(); ++i) delete m_items[i];
+    m_items.SetSize(0);
+    m_bItemsDirty = TRUE;
+    if (!bCloseList) return;
+    if (m_bListCreated) HideList();
+    InvalidateControl(nullptr, TRUE);
+}
+
+void CQuillonCtrl::EnsureSorted()
+{
+    if (!m_bSorted || !m_bItemsDirty) return;
+    if (m_items.GetSize() >= 2) QuickSortItems(0, static_cast<SHORT>(m_items.GetSize() - 1));
+    m_bItemsDirty = FALSE;
+}
+
+void CQuillonCtrl::QuickSortItems(SHORT nLeft, SHORT nRight)
+{
+    const CString pivot = ItemText(m_items, (nLeft + nRight) / 2);
+    SHORT i = nLeft, j = nRight;
+    do {
+        while (ItemText(m_items, i).CompareNoCase(pivot) < 0 && i < nRight) ++i;
+        while (pivot.CompareNoCase(ItemText(m_items, j)) < 0 && j > nLeft) --j;
+        if (i > j) break;
+        CObject* swap = m_items[i];
+        m_items.SetAt(i, m_items[j]);
+        m_items.SetAt(j, swap);
+        ++i;
+        --j;
+    } while (i <= j);
+    if (nLeft < j) QuickSortItems(nLeft, j);
+    if (i < nRight) QuickSortItems(i, nRight);
+}
+
+CString CQuillonCtrl::GetItemText(SHORT index)
+{
+    if (index < 0 || index >= m_items.GetSize()) {
+        FireCtrlError(errBadIndex, index);
+        return CString();
+    }
+    return ItemText(m_items, index);
+}
+
+void CQuillonCtrl::SetTextFromItem(SHORT index)
+{
+    m_strText = index < 0 || index >= m_items.GetSize() ? CString() : GetItemText(index);
+    if (m_bEditCreated && AmbientUserMode()) SetEditText(m_strText);
+    InvalidateControl(nullptr, TRUE);
+}
