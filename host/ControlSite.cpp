@@ -1,0 +1,169 @@
+// CControlSite: siting a control, answering it, hearing it, and reaching it by name.
+#include "host/ControlSite.h"
+#include "com/propbag.h"
+#include "com/stream.h"
+#include "host/Host.h"
+
+CControlSite::CControlSite(CHost& host, IUnknown* pControl, const RECT& rc) : m_host(host), m_rc(rc)
+{
+    pControl->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&m_pDispatch));
+    CComPtr<IProvideClassInfo> info;
+    if (SUCCEEDED(pControl->QueryInterface(IID_IProvideClassInfo, reinterpret_cast<void**>(&info)))) {
+        m_pDispatchInfo = info->GetDispatchMapInfo();
+        m_pEventInfo = info->GetEventMapInfo();
+    }
+    CComPtr<IOleObject> ole;
+    if (SUCCEEDED(pControl->QueryInterface(IID_IOleObject, reinterpret_cast<void**>(&ole)))) ole->SetClientSite(this);
+    CComPtr<IConnectionPoint> cp;
+    if (SUCCEEDED(pControl->QueryInterface(IID_IConnectionPoint, reinterpret_cast<void**>(&cp))))
+        cp->Advise(static_cast<IDispatch*>(this), &m_dwEventCookie);
+}
+
+CControlSite::~CControlSite()
+{
+    if (!m_pDispatch) return;
+    CComPtr<IConnectionPoint> cp;
+    if (m_dwEventCookie && SUCCEEDED(m_pDispatch->QueryInterface(IID_IConnectionPoint, reinterpret_cast<void**>(&cp))))
+        cp->Unadvise(m_dwEventCookie);
+    CComPtr<IOleObject> ole;
+    if (SUCCEEDED(m_pDispatch->QueryInterface(IID_IOleObject, reinterpret_cast<void**>(&ole)))) ole->Close(0);
+    m_pDispatch->Release();
+}
+
+HRESULT CControlSite::QueryInterface(REFIID riid, void** ppv)
+{
+    if (riid == IID_IUnknown || riid == IID_IOleClientSite) *ppv = static_cast<IOleClientSite*>(this);
+    else if (riid == IID_IPropertyNotifySink) *ppv = static_cast<IPropertyNotifySink*>(this);
+    else if (riid == IID_IDispatch) *ppv = static_cast<IDispatch*>(this);
+    else { *ppv = nullptr; return E_NOINTERFACE; }
+    return S_OK;
+}
+
+HRESULT CControlSite::GetAmbientProperty(DISPID dispid, VARIANT* pvar)
+{
+    VariantInit(pvar);
+    switch (dispid) {
+    case DISPID_AMBIENT_USERMODE: pvar->vt = VT_BOOL; pvar->boolVal = m_host.m_bUserMode ? VARIANT_TRUE : VARIANT_FALSE; return S_OK;
+    case DISPID_AMBIENT_FORECOLOR: pvar->vt = VT_I4; pvar->lVal = static_cast<LONG>(m_host.m_clrAmbientFore); return S_OK;
+    case DISPID_AMBIENT_BACKCOLOR: pvar->vt = VT_I4; pvar->lVal = static_cast<LONG>(m_host.m_clrAmbientBack); return S_OK;
+    case DISPID_AMBIENT_FONT:
+        if (!m_host.AmbientFont()) return DISP_E_MEMBERNOTFOUND;
+        pvar->vt = VT_DISPATCH;
+        return m_host.AmbientFont()->QueryInterface(IID_IFontDisp, reinterpret_cast<void**>(&pvar->pdispVal));
+    }
+    return DISP_E_MEMBERNOTFOUND;
+}
+
+HRESULT CControlSite::OnInvalidate(const RECT*, BOOL)
+{
+    ++m_nInvalidates;
+    return S_OK;
+}
+
+HRESULT CControlSite::OnChanged(DISPID dispID)
+{
+    if (m_host.m_onPropertyChanged) m_host.m_onPropertyChanged(*this, dispID);
+    return S_OK;
+}
+
+HRESULT CControlSite::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* p, VARIANT*, EXCEPINFO*, UINT*)
+{
+    const EventEntry* event = m_pEventInfo ? m_pEventInfo->FindById(id) : nullptr;
+    if (!event) return DISP_E_MEMBERNOTFOUND;
+    if (!m_onEvent) return S_OK;
+    std::vector<VARIANT> args(p ? p->rgvarg : nullptr, p ? p->rgvarg + p->cArgs : nullptr);
+    std::reverse(args.begin(), args.end()); // COM passes arguments last first
+    m_onEvent(*event, args.data(), static_cast<UINT>(args.size()));
+    return S_OK;
+}
+
+HRESULT CControlSite::InitNew()
+{
+    CComPtr<IPersistPropertyBag> persist;
+    HRESULT hr = m_pDispatch->QueryInterface(IID_IPersistPropertyBag, reinterpret_cast<void**>(&persist));
+    return SUCCEEDED(hr) ? persist->InitNew() : hr;
+}
+
+HRESULT CControlSite::Load(const CString& bagText)
+{
+    CComPtr<IPersistPropertyBag> persist;
+    CComPtr<IPropertyBag> bag;
+    HRESULT hr = m_pDispatch->QueryInterface(IID_IPersistPropertyBag, reinterpret_cast<void**>(&persist));
+    if (SUCCEEDED(hr)) hr = CreateTextPropertyBag(bagText, &bag);
+    return SUCCEEDED(hr) ? persist->Load(bag.Get(), nullptr) : hr;
+}
+
+CString CControlSite::Save(BOOL fClearDirty)
+{
+    CComPtr<IPersistPropertyBag> persist;
+    CComPtr<IPropertyBag> bag;
+    if (FAILED(m_pDispatch->QueryInterface(IID_IPersistPropertyBag, reinterpret_cast<void**>(&persist)))) return CString();
+    CreateTextPropertyBag(CString(), &bag);
+    persist->Save(bag.Get(), fClearDirty, TRUE);
+    return GetPropertyBagText(bag.Get());
+}
+
+std::vector<BYTE> CControlSite::SaveStream(BOOL fClearDirty)
+{
+    CComPtr<IPersistStreamInit> persist;
+    CComPtr<IStream> stm;
+    if (FAILED(m_pDispatch->QueryInterface(IID_IPersistStreamInit, reinterpret_cast<void**>(&persist)))) return {};
+    CreateStreamOnHGlobal({}, &stm);
+    persist->Save(stm.Get(), fClearDirty);
+    return GetStreamBytes(stm.Get());
+}
+
+HRESULT CControlSite::LoadStream(const std::vector<BYTE>& bytes)
+{
+    CComPtr<IPersistStreamInit> persist;
+    CComPtr<IStream> stm;
+    HRESULT hr = m_pDispatch->QueryInterface(IID_IPersistStreamInit, reinterpret_cast<void**>(&persist));
+    if (FAILED(hr)) return hr;
+    CreateStreamOnHGlobal(bytes, &stm);
+    return persist->Load(stm.Get());
+}
+
+bool CControlSite::IsDirty()
+{
+    CComPtr<IPersistStreamInit> persist;
+    if (FAILED(m_pDispatch->QueryInterface(IID_IPersistStreamInit, reinterpret_cast<void**>(&persist)))) return false;
+    return persist->IsDirty() == S_OK;
+}
+
+HRESULT CControlSite::InvokeById(DISPID id, WORD flags, std::vector<VARIANT> args, VARIANT* result)
+{
+    std::reverse(args.begin(), args.end());
+    DISPID named = DISPID_PROPERTYPUT;
+    bool put = flags & DISPATCH_PROPERTYPUT;
+    DISPPARAMS params{args.data(), put ? &named : nullptr, static_cast<UINT>(args.size()), put ? 1u : 0u};
+    return m_pDispatch->Invoke(id, IID_NULL, 0, flags, &params, result, nullptr, nullptr);
+}
+
+namespace {
+HRESULT IdOf(IDispatch* p, const CString& name, DISPID& id)
+{
+    LPCOLESTR names[] = {name.GetString()};
+    return p->GetIDsOfNames(IID_NULL, names, 1, 0, &id);
+}
+} // namespace
+
+HRESULT CControlSite::Get(const CString& name, VARIANT* result)
+{
+    DISPID id;
+    HRESULT hr = IdOf(m_pDispatch, name, id);
+    return SUCCEEDED(hr) ? InvokeById(id, DISPATCH_PROPERTYGET, {}, result) : hr;
+}
+
+HRESULT CControlSite::Put(const CString& name, const VARIANT& value)
+{
+    DISPID id;
+    HRESULT hr = IdOf(m_pDispatch, name, id);
+    return SUCCEEDED(hr) ? InvokeById(id, DISPATCH_PROPERTYPUT, {value}, nullptr) : hr;
+}
+
+HRESULT CControlSite::Call(const CString& name, std::vector<VARIANT> args, VARIANT* result)
+{
+    DISPID id;
+    HRESULT hr = IdOf(m_pDispatch, name, id);
+    return SUCCEEDED(hr) ? InvokeById(id, DISPATCH_METHOD, std::move(args), result) : hr;
+}

@@ -1,0 +1,69 @@
+// CControlSite: a container's site of one control: ambient properties, invalidation, property
+// notifications and the event sink, with typed helpers to reach the control by name.
+#pragma once
+#include <algorithm>
+#include <functional>
+#include <vector>
+#include "com/ocidl.h"
+#include "framework/dispmap.h"
+
+class CHost;
+
+class CControlSite : public IOleClientSite, public IPropertyNotifySink, public IDispatch {
+public:
+    // An event as the sink heard it: arguments in declaration order, by-reference ones writable.
+    using EventHandler = std::function<void(const EventEntry& event, VARIANT* args, UINT count)>;
+
+    CControlSite(CHost& host, IUnknown* pControl, const RECT& rc);
+    ~CControlSite();
+    CControlSite(const CControlSite&) = delete;
+    CControlSite& operator=(const CControlSite&) = delete;
+
+    // IUnknown: the site lives as long as its form; COM references do not free it.
+    HRESULT QueryInterface(REFIID riid, void** ppv) override;
+    ULONG AddRef() override { return 2; }
+    ULONG Release() override { return 1; }
+
+    // IOleClientSite
+    HRESULT GetAmbientProperty(DISPID dispid, VARIANT* pvar) override;
+    HRESULT OnInvalidate(const RECT* prc, BOOL fErase) override;
+    // IPropertyNotifySink
+    HRESULT OnChanged(DISPID dispID) override;
+    HRESULT OnRequestEdit(DISPID) override { return S_OK; }
+    // IDispatch: the event sink
+    HRESULT GetTypeInfoCount(UINT* p) override { *p = 0; return S_OK; }
+    HRESULT GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT GetIDsOfNames(REFIID, LPCOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    HRESULT Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* p, VARIANT*, EXCEPINFO*, UINT*) override;
+
+    IDispatch* Control() const { return m_pDispatch; }
+    const CDispatchMap* DispatchInfo() const { return m_pDispatchInfo; }
+    const CEventMap* EventInfo() const { return m_pEventInfo; }
+    const RECT& Rect() const { return m_rc; }
+
+    HRESULT InitNew();
+    HRESULT Load(const CString& bagText);
+    CString Save(BOOL fClearDirty = TRUE);
+    std::vector<BYTE> SaveStream(BOOL fClearDirty = TRUE);
+    HRESULT LoadStream(const std::vector<BYTE>& bytes);
+    bool IsDirty();
+
+    // By name, as a script does. Failures come back as the HRESULT of the dispatch call.
+    HRESULT Get(const CString& name, VARIANT* result);
+    HRESULT Put(const CString& name, const VARIANT& value);
+    HRESULT Call(const CString& name, std::vector<VARIANT> args, VARIANT* result);
+    HRESULT InvokeById(DISPID id, WORD flags, std::vector<VARIANT> args, VARIANT* result);
+
+    void SetEventHandler(EventHandler handler) { m_onEvent = std::move(handler); }
+    int InvalidateCount() const { return m_nInvalidates; }
+
+private:
+    CHost& m_host;
+    IDispatch* m_pDispatch = nullptr;
+    const CDispatchMap* m_pDispatchInfo = nullptr;
+    const CEventMap* m_pEventInfo = nullptr;
+    DWORD m_dwEventCookie = 0;
+    RECT m_rc;
+    EventHandler m_onEvent;
+    int m_nInvalidates = 0;
+};
