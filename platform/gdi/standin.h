@@ -23,7 +23,7 @@ DWORD* GdiBitmapPixels(HBITMAP hbm);
 
 // Writes a bitmap (32-bit or one-bit) as an 8-bit RGB PNG. FALSE if the handle or the file is bad.
 BOOL SaveBitmapPng(HBITMAP hbm, const char* pszPath);
-// Reads a PNG into a new 32-bit bitmap; alpha is dropped (composited over nothing). NULL on failure.
+// Reads a PNG into a new 32-bit bitmap; partly transparent pixels are blended over black. NULL on failure.
 HBITMAP LoadBitmapPng(const char* pszPath);
 // Reads a Windows BMP file (1, 4, 8, 24 or 32 bits, uncompressed) into a new 32-bit bitmap. NULL on failure.
 HBITMAP LoadBitmapFile(const char* pszPath);
