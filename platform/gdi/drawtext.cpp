@@ -68,6 +68,29 @@ void EndEllipsis(Font* pf, std::vector<char32_t>* pText, int cxRoom)
     pText->insert(pText->end(), dots, dots + 3);
 }
 
+// Draws the lines from yTop down, each aligned in rc and, unless DT_NOCLIP, clipped to it.
+void DrawLines(const Target& t, Font* pf, const std::vector<std::vector<char32_t>>& runs, const RECT& rc,
+               UINT format, int yTop, int cyLine)
+{
+    const RECT* lprc = &rc;
+    RECT rcClip{INT32_MIN / 2, INT32_MIN / 2, INT32_MAX / 2, INT32_MAX / 2};
+    if (!(format & DT_NOCLIP))
+        rcClip = RECT{lprc->left + t.dx, lprc->top + t.dy, lprc->right + t.dx, lprc->bottom + t.dy};
+    const DcState& st = t.pdc->m_st;
+    for (size_t i = 0; i < runs.size(); ++i) {
+        int cx = MeasureRun(pf, runs[i].data(), runs[i].size());
+        int x = lprc->left;
+        if (format & DT_CENTER)
+            x = lprc->left + (lprc->right - lprc->left - cx) / 2;
+        else if (format & DT_RIGHT)
+            x = lprc->right - cx;
+        int sx = x + t.dx, sy = yTop + static_cast<int>(i) * cyLine + t.dy;
+        if (st.m_nBkMode == OPAQUE)
+            FillBox(t, IntersectRects(RECT{sx, sy, sx + cx, sy + cyLine}, rcClip), SolidPaint(t.Pixel(st.m_clrBk)));
+        DrawRun(t, pf, sx, sy, runs[i].data(), runs[i].size(), t.Pixel(st.m_clrText), rcClip);
+    }
+}
+
 }  // namespace
 
 int DrawText(HDC hdc, LPCWSTR lpchText, int cchText, RECT* lprc, UINT format)
@@ -114,21 +137,6 @@ int DrawText(HDC hdc, LPCWSTR lpchText, int cchText, RECT* lprc, UINT format)
         yTop = lprc->top + (lprc->bottom - lprc->top - cyText) / 2;
     else if (bSingle && (format & DT_BOTTOM))
         yTop = lprc->bottom - cyText;
-    RECT rcClip{INT32_MIN / 2, INT32_MIN / 2, INT32_MAX / 2, INT32_MAX / 2};
-    if (!(format & DT_NOCLIP))
-        rcClip = RECT{lprc->left + t.dx, lprc->top + t.dy, lprc->right + t.dx, lprc->bottom + t.dy};
-    const DcState& st = t.pdc->m_st;
-    for (size_t i = 0; i < runs.size(); ++i) {
-        int cx = MeasureRun(pf, runs[i].data(), runs[i].size());
-        int x = lprc->left;
-        if (format & DT_CENTER)
-            x = lprc->left + (lprc->right - lprc->left - cx) / 2;
-        else if (format & DT_RIGHT)
-            x = lprc->right - cx;
-        int sx = x + t.dx, sy = yTop + static_cast<int>(i) * cyLine + t.dy;
-        if (st.m_nBkMode == OPAQUE)
-            FillBox(t, IntersectRects(RECT{sx, sy, sx + cx, sy + cyLine}, rcClip), SolidPaint(t.Pixel(st.m_clrBk)));
-        DrawRun(t, pf, sx, sy, runs[i].data(), runs[i].size(), t.Pixel(st.m_clrText), rcClip);
-    }
+    DrawLines(t, pf, runs, *lprc, format, yTop, cyLine);
     return bSingle && (format & (DT_VCENTER | DT_BOTTOM)) ? yTop - lprc->top + cyText : cyText;
 }
