@@ -1,5 +1,6 @@
 // The OLE standard font object: IFont, its dispatch interface, persistence and change notification.
 #include <vector>
+#include "gdi/wingdi.h"
 #include "ocidl.h"
 #include "stream.h"
 
@@ -20,6 +21,21 @@ struct FontState {
                italic == o.italic && underline == o.underline && strike == o.strike;
     }
 };
+
+// Point size at 96 pixels per inch, rounded; the height is negative: a character height.
+HFONT MakeFont(const FontState& s)
+{
+    LOGFONT lf{};
+    lf.lfHeight = -static_cast<LONG>((s.size.int64 * 96 + 72 * 5000) / (72 * 10000));
+    lf.lfWeight = s.weight;
+    lf.lfItalic = s.italic ? 1 : 0;
+    lf.lfUnderline = s.underline ? 1 : 0;
+    lf.lfStrikeOut = s.strike ? 1 : 0;
+    lf.lfCharSet = static_cast<BYTE>(s.charset);
+    int n = s.name.GetLength() < 31 ? s.name.GetLength() : 31;
+    for (int i = 0; i < n; ++i) lf.lfFaceName[i] = s.name[i];
+    return CreateFontIndirect(&lf);
+}
 
 class COleFont final : public IFont, public IDispatch, public IPersistStream, public IConnectionPoint {
 public:
@@ -59,8 +75,13 @@ public:
     HRESULT put_Weight(SHORT v) override { return Set(m_s.weight, v, DISPID_FONT_WEIGHT); }
     HRESULT get_Charset(SHORT* p) override { *p = m_s.charset; return S_OK; }
     HRESULT put_Charset(SHORT v) override { return Set(m_s.charset, v, DISPID_FONT_CHARSET); }
-    // The GDI font is made by the drawing layer; a font object without one says so.
-    HRESULT get_hFont(HFONT* p) override { *p = nullptr; return E_NOTIMPL; }
+    // The GDI font is made on first request and kept until a property changes.
+    HRESULT get_hFont(HFONT* p) override
+    {
+        if (!m_hFont) m_hFont = MakeFont(m_s);
+        *p = m_hFont;
+        return m_hFont ? S_OK : E_FAIL;
+    }
     HRESULT Clone(IFont** pp) override { *pp = new COleFont(m_s); return S_OK; }
     HRESULT IsEqual(IFont* other) override
     {
@@ -86,7 +107,16 @@ public:
 
 
 private:
-    ~COleFont() { for (auto& s : m_sinks) if (s.second) s.second->Release(); }
+    ~COleFont()
+    {
+        for (auto& s : m_sinks) if (s.second) s.second->Release();
+        DropFont();
+    }
+    void DropFont()
+    {
+        if (m_hFont) DeleteObject(m_hFont);
+        m_hFont = nullptr;
+    }
     friend class CComRefCount<COleFont>;
 
     template <class T>
@@ -98,6 +128,7 @@ private:
     }
     HRESULT Changed(DISPID id)
     {
+        DropFont();
         auto sinks = m_sinks; // a sink may unadvise while it hears
         for (auto& s : sinks) if (s.second) s.second->OnChanged(id);
         return S_OK;
@@ -109,6 +140,7 @@ private:
     FontState m_s;
     std::vector<std::pair<DWORD, IPropertyNotifySink*>> m_sinks;
     DWORD m_nextCookie = 1;
+    HFONT m_hFont = nullptr;
 };
 
 struct FontProp { const char16_t* name; DISPID id; VARTYPE vt; };

@@ -103,6 +103,37 @@ protected:
     ~IOleObject() = default;
 };
 
+inline constexpr IID IID_IOleInPlaceObject = {0x00000113, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+inline constexpr IID IID_IOleInPlaceActiveObject = {0x00000117, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+inline constexpr IID IID_IViewObject = {0x0000010D, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+
+struct MSG;
+
+// In-place activation. Stand-in: InPlaceActivate takes the place of
+// IOleObject::DoVerb(OLEIVERB_INPLACEACTIVATE) with the container's window and the position.
+struct IOleInPlaceObject : IUnknown {
+    virtual HRESULT InPlaceActivate(HWND hwndParent, LPCRECT lprcPosRect) = 0;
+    virtual HRESULT InPlaceDeactivate() = 0;
+    virtual HRESULT SetObjectRects(LPCRECT lprcPosRect, LPCRECT lprcClipRect) = 0;
+    virtual HRESULT GetWindow(HWND* phwnd) = 0;
+protected:
+    ~IOleInPlaceObject() = default;
+};
+
+// The container's message loop offers each key message here first; S_OK means handled.
+struct IOleInPlaceActiveObject : IUnknown {
+    virtual HRESULT TranslateAccelerator(MSG* lpmsg) = 0;
+protected:
+    ~IOleInPlaceActiveObject() = default;
+};
+
+// Drawing into a container's DC. Stand-in: only the DC and the bounds of IViewObject::Draw.
+struct IViewObject : IUnknown {
+    virtual HRESULT Draw(HDC hdcDraw, LPCRECT lprcBounds) = 0;
+protected:
+    ~IViewObject() = default;
+};
+
 class CDispatchMap;
 class CEventMap;
 

@@ -19,6 +19,9 @@ HRESULT COleControl::QueryInterface(REFIID riid, void** ppv)
     else if (riid == IID_IConnectionPoint) *ppv = static_cast<IConnectionPoint*>(this);
     else if (riid == IID_IOleObject) *ppv = static_cast<IOleObject*>(this);
     else if (riid == IID_IProvideClassInfo) *ppv = static_cast<IProvideClassInfo*>(this);
+    else if (riid == IID_IOleInPlaceObject) *ppv = static_cast<IOleInPlaceObject*>(this);
+    else if (riid == IID_IOleInPlaceActiveObject) *ppv = static_cast<IOleInPlaceActiveObject*>(this);
+    else if (riid == IID_IViewObject) *ppv = static_cast<IViewObject*>(this);
     else { *ppv = nullptr; return E_NOINTERFACE; }
     AddRef();
     return S_OK;
@@ -91,6 +94,7 @@ HRESULT COleControl::GetClientSite(IOleClientSite** pp)
 
 HRESULT COleControl::Close(DWORD)
 {
+    InPlaceDeactivate();
     SetClientSite(nullptr);
     return S_OK;
 }
@@ -134,8 +138,11 @@ LPFONTDISP COleControl::AmbientFont()
     return GetAmbientProperty(DISPID_AMBIENT_FONT, VT_DISPATCH, &font) ? font : nullptr;
 }
 
+// With a window the window is invalidated; the site hears of it either way (a container
+// without windows repaints the control itself).
 void COleControl::InvalidateControl(LPCRECT lpRect, BOOL bErase)
 {
+    if (m_hWnd) ::InvalidateRect(m_hWnd, lpRect, bErase);
     if (m_pClientSite) m_pClientSite->OnInvalidate(lpRect, bErase);
 }
 

@@ -1,18 +1,23 @@
 // COleControl: MFC's base of an ActiveX control: COM doors, stock properties, ambient
 // properties, events, the modified flag, invalidation and property exchange.
 #pragma once
+#include <memory>
 #include <vector>
+#include "dc.h"
 #include "dispmap.h"
 #include "fontholder.h"
 #include "pxchange.h"
 
-class COleControl : public CCmdTarget,
+class COleControl : public CWnd,
                     public IDispatch,
                     public IPersistPropertyBag,
                     public IPersistStreamInit,
                     public IConnectionPoint,
                     public IOleObject,
-                    public IProvideClassInfo {
+                    public IProvideClassInfo,
+                    public IOleInPlaceObject,
+                    public IOleInPlaceActiveObject,
+                    public IViewObject {
 public:
     COleControl();
     ~COleControl() override;
@@ -51,6 +56,14 @@ public:
     const CDispatchMap* GetDispatchMapInfo() override { return &GetDispatchMap(); }
     const CEventMap* GetEventMapInfo() override { return &GetEventMap(); }
 
+    // IOleInPlaceObject, IOleInPlaceActiveObject, IViewObject: the control in the container's window.
+    HRESULT InPlaceActivate(HWND hwndParent, LPCRECT lprcPosRect) override;
+    HRESULT InPlaceDeactivate() override;
+    HRESULT SetObjectRects(LPCRECT lprcPosRect, LPCRECT lprcClipRect) override;
+    HRESULT GetWindow(HWND* phwnd) override;
+    HRESULT TranslateAccelerator(MSG* lpmsg) override;
+    HRESULT Draw(HDC hdcDraw, LPCRECT lprcBounds) override;
+
     // Overridables
     virtual const CDispatchMap& GetDispatchMap() const = 0;
     virtual const CEventMap& GetEventMap() const = 0;
@@ -62,6 +75,37 @@ public:
     virtual void OnForeColorChanged();
     virtual void OnEnabledChanged();
     virtual void OnTextChanged();
+    virtual void OnDraw(CDC* pdc, const CRect& rcBounds, const CRect& rcInvalid);
+
+    // Handlers of the framework: the stock mouse and key events, painting and focus.
+    void OnPaint();
+    void OnLButtonDown(UINT nFlags, CPoint point);
+    void OnLButtonUp(UINT nFlags, CPoint point);
+    void OnLButtonDblClk(UINT nFlags, CPoint point);
+    void OnRButtonDown(UINT nFlags, CPoint point);
+    void OnRButtonUp(UINT nFlags, CPoint point);
+    void OnRButtonDblClk(UINT nFlags, CPoint point);
+    void OnMouseMove(UINT nFlags, CPoint point);
+    void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
+    void OnKeyUp(UINT nChar, UINT nRepCnt, UINT nFlags);
+    void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags);
+    void OnSetFocus(CWnd* pOldWnd) { Default(); (void)pOldWnd; }
+    void OnKillFocus(CWnd* pNewWnd) { Default(); (void)pNewWnd; }
+
+    // Stock events
+    void FireClick();
+    void FireDblClick();
+    void FireKeyDown(USHORT* pnChar, short nShiftState);
+    void FireKeyUp(USHORT* pnChar, short nShiftState);
+    void FireKeyPress(USHORT* pnChar);
+    void FireMouseDown(short nButton, short nShiftState, LONG x, LONG y);
+    void FireMouseUp(short nButton, short nShiftState, LONG x, LONG y);
+    void FireMouseMove(short nButton, short nShiftState, LONG x, LONG y);
+
+    // The device context of the control's window with the stock font selected into it.
+    CDC* GetDC();
+    int ReleaseDC(CDC* pDC);
+    CFont* SelectStockFont(CDC* pDC);
 
     // Ambient properties, asked of the site at each use.
     BOOL GetAmbientProperty(DISPID dwDispid, VARTYPE vtProp, void* pvProp);
@@ -90,7 +134,7 @@ public:
     CFontHolder& InternalGetFont() { return m_font; }
     CString GetText() { return m_strStockText; }
     void SetText(LPCTSTR pszText);
-    OLE_HANDLE GetHwnd() { return 0; } // no window yet in this build of the framework
+    OLE_HANDLE GetHwnd() { return static_cast<OLE_HANDLE>(reinterpret_cast<uintptr_t>(m_hWnd)); }
     void SetHwnd(OLE_HANDLE) {}
 
     // Rows of the stock properties, for a class's dispatch map.
@@ -122,8 +166,16 @@ protected:
     BOOL m_bEnabled = TRUE;
     CString m_strStockText;
 
+    DECLARE_MESSAGE_MAP()
+
 private:
+    void ButtonDown(short iButton, UINT nFlags, CPoint point);
+    void ButtonUp(short iButton, UINT nFlags, CPoint point);
+    void ButtonDblClk(short iButton, UINT nFlags, CPoint point);
     void ExchangeStockProps(CPropExchange* pPX);
+    short m_iButtonState = 0;   // buttons held down over the control
+    short m_iDblClkState = 0;   // buttons whose release ends a double click
+    std::vector<std::unique_ptr<CDC>> m_dcs;
     HRESULT Exchange(CPropExchange& px, BOOL fClearDirty);
 
     CComRefCount<COleControl> m_ref;
