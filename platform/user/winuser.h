@@ -7,3 +7,4 @@
 #include "user/msgapi.h"
 #include "user/inputapi.h"
 #include "user/sysapi.h"
+#include "user/editctl.h"

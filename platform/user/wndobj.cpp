@@ -97,9 +97,12 @@ bool SameName(const std::u16string& a, LPCTSTR b)
 
 namespace user {
 
+void RegisterSystemClasses();
+
 ClassRec* FindClass(LPCTSTR name)
 {
     if (!name) return nullptr;
+    RegisterSystemClasses();
     for (auto& c : S().classes) {
         if (IS_INTRESOURCE(name) ? c->atom == (ATOM)(ULONG_PTR)name : SameName(c->strName, name))
             return c.get();

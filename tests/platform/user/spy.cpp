@@ -1,5 +1,6 @@
 // The recording window class behind the USER tests.
 #include "spy.h"
+#include "gdi/standin.h"
 #include <algorithm>
 #include <cstdio>
 
@@ -77,6 +78,7 @@ void UserTest::SetUp()
 {
     ResetUserState();
     L() = Log{};
+    m_nGdiAtStart = GdiGetLiveObjectCount();
     for (const char16_t* name : {kClass, kClassDbl}) {
         WNDCLASS wc{};
         wc.style = name == kClassDbl ? CS_DBLCLKS : 0;
@@ -98,6 +100,7 @@ void UserTest::TearDown()
     EXPECT_EQ(GetLiveTimerCount(), 0);
     EXPECT_EQ(GetCapture(), nullptr);
     EXPECT_EQ(GetFocus(), nullptr);
+    EXPECT_EQ(GdiGetLiveObjectCount(), m_nGdiAtStart) << GdiDescribeLiveObjects();
     ResetUserState();
 }
 

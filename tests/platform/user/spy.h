@@ -36,6 +36,7 @@ protected:
               const char16_t* cls = kClass, int id = 0);
     void Watch(std::initializer_list<UINT> msgs) { L().watched = msgs; }
     std::vector<std::string> Take();
+    int m_nGdiAtStart = 0;
 };
 
 } // namespace spy
