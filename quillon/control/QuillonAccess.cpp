@@ -36,6 +36,7 @@ CString CQuillonCtrl::GetPasswordChar() { return m_strPasswordChar; }
 void CQuillonCtrl::SetPasswordChar(LPCTSTR v)
 {
     m_strPasswordChar = v;
+    if (m_bEditCreated && !m_strPasswordChar.IsEmpty()) m_edit.SetPasswordChar(m_strPasswordChar[0]);
     StoreAndRepaint();
 }
 
@@ -44,9 +45,34 @@ SHORT CQuillonCtrl::GetZero() { return 0; }
 
 // Without a child edit (design mode, or before the first paint) these give their neutral results.
 SHORT CQuillonCtrl::CaretPosition() { return SelStart(); }
-SHORT CQuillonCtrl::SelStart() { return -1; }
-SHORT CQuillonCtrl::SelEnd() { return -1; }
-void CQuillonCtrl::SetSel(SHORT, SHORT, BOOL) {}
-OLE_HANDLE CQuillonCtrl::EditHwnd() { return 0; }
 
+SHORT CQuillonCtrl::SelStart()
+{
+    if (!AmbientUserMode() || !m_bEditCreated) return -1;
+    int nStart, nEnd;
+    m_edit.GetSel(nStart, nEnd);
+    return static_cast<SHORT>(nStart);
+}
+
+SHORT CQuillonCtrl::SelEnd()
+{
+    if (!AmbientUserMode() || !m_bEditCreated) return -1;
+    int nStart, nEnd;
+    m_edit.GetSel(nStart, nEnd);
+    return static_cast<SHORT>(nEnd);
+}
+
+// The positions are widened with their sign, so that -1 means to EM_SETSEL what it always means.
+void CQuillonCtrl::SetSel(SHORT nStartChar, SHORT nEndChar, BOOL bNoScroll)
+{
+    if (!AmbientUserMode() || !m_bEditCreated) return;
+    m_edit.SetSel(nStartChar, nEndChar, bNoScroll);
+}
+
+OLE_HANDLE CQuillonCtrl::EditHwnd()
+{
+    return m_bEditCreated ? static_cast<OLE_HANDLE>(reinterpret_cast<uintptr_t>(m_edit.m_hWnd)) : 0;
+}
+
+// The popup list is not part of this build of the control yet, so there is never one to close.
 void CQuillonCtrl::HideList() { InvalidateControl(); }

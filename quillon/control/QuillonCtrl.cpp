@@ -9,12 +9,17 @@ const CLSID CQuillonCtrl::clsid = {0x5C4B1F20, 0x3E2A, 0x4B7D, {0x9A, 0x61, 0x2F
 CQuillonCtrl::CQuillonCtrl()
 {
     AfxOleLockApp();
+    m_hWndPrevFocus = nullptr;
+    m_edit.m_pCtrl = nullptr;
     m_strListClass.Empty();
+    m_pEditBrush = new CBrush(RGB(0xFF, 0xFF, 0xFF));
 }
 
 CQuillonCtrl::~CQuillonCtrl()
 {
     DeleteItems(FALSE);
+    if (m_bEditCreated && m_edit.m_hWnd) m_edit.DestroyWindow();
+    delete m_pEditBrush; // normally gone with the window already
     AfxOleUnlockApp();
 }
 

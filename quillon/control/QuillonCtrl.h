@@ -4,6 +4,7 @@
 #include "control/QuillonEnums.h"
 #include "framework/olectl.h"
 #include "framework/pictholder.h"
+#include "mask/MaskEdit.h"
 
 class CQuillonCtrl : public COleControl {
 public:
@@ -49,6 +50,33 @@ public:
     void HideList();
     OLE_HANDLE EditHwnd();
 
+    // Lifecycle and layout
+    BOOL CreateEdit();
+    void PlaceEdit(int left, int top, int right, int bottom);
+    void OnSetFocus(CWnd* pOldWnd);
+    void OnKillFocus(CWnd* pNewWnd);
+    void OnSize(UINT nType, int cx, int cy);
+    void OnMove(int x, int y);
+    HBRUSH OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
+    void OnDestroy();
+    void OnFontChanged() override;
+    BOOL PreTranslateMessage(MSG* pMsg) override;
+
+    // Painting
+    void OnDraw(CDC* pdc, const CRect& rcBounds, const CRect& rcInvalid) override;
+    void DrawControlFace(CDC* pDC, const CRect& rc);
+    void DrawFaceText(CDC* pDC, const CRect& rc);
+    void DrawBorder(CDC* pDC, const CRect& rc);
+    BOOL IsFaceActive();
+    BOOL IsEditShowing();
+    BOOL IsEditFocused();
+
+    // The drop list and auto-complete, as far as the rest of the control calls them
+    BOOL CreateDropList();
+    HWND ListWindow() const { return nullptr; }
+    void AutoSuggest(SHORT nCaret);
+    SHORT AutoAppend(SHORT nCaret);
+
     // Events
     void FireChange() { FireEvent(eventidChange); }
     void FireCtrlError(SHORT nError, SHORT nIndex);
@@ -77,6 +105,11 @@ public:
     SHORT m_nPicHeight = 0, m_nPicWidth = 0;
     CObArray m_items;
     CString m_strListClass;
+    CMaskEdit m_edit;
+    CBrush* m_pEditBrush = nullptr;
+    HWND m_hWndPrevFocus = nullptr;
+
+    DECLARE_MESSAGE_MAP()
 
 private:
     void SetDefaults();

@@ -83,7 +83,11 @@ CString CQuillonCtrl::GetItemText(SHORT index)
 
 void CQuillonCtrl::SetTextFromItem(SHORT index)
 {
-    m_strText = index < 0 || index >= m_items.GetSize() ? CString() : GetItemText(index);
-    if (m_bEditCreated && AmbientUserMode()) SetEditText(m_strText);
+    bool valid = index >= 0 && index < m_items.GetSize();
+    m_strText = valid ? GetItemText(index) : CString();
+    if (m_bEditCreated && AmbientUserMode()) {
+        SetEditText(m_strText);
+        if (valid) m_edit.SetSel(0, -1);
+    }
     InvalidateControl(nullptr, TRUE);
 }

@@ -47,6 +47,4 @@ void CQuillonCtrl::SetEditMask(LPCTSTR value)
     InvalidateControl(nullptr, TRUE);
 }
 
-// The child edit arrives with the window system; until then m_bEditCreated stays false and
-// nothing calls this with an edit to write to.
-void CQuillonCtrl::SetEditText(const CString&) {}
+void CQuillonCtrl::SetEditText(const CString& text) { m_edit.SetWindowText(text); }
