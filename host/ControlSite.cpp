@@ -3,6 +3,7 @@
 #include "com/propbag.h"
 #include "com/stream.h"
 #include "host/Host.h"
+#include "user/winuser.h"
 
 CControlSite::CControlSite(CHost& host, IUnknown* pControl, const RECT& rc) : m_host(host), m_rc(rc)
 {
@@ -54,10 +55,45 @@ HRESULT CControlSite::GetAmbientProperty(DISPID dispid, VARIANT* pvar)
     return DISP_E_MEMBERNOTFOUND;
 }
 
-HRESULT CControlSite::OnInvalidate(const RECT*, BOOL)
+// A control with a window repaints itself; one without is painted by the form.
+HRESULT CControlSite::OnInvalidate(const RECT*, BOOL fErase)
 {
     ++m_nInvalidates;
+    if (m_hWndForm && !Window()) ::InvalidateRect(m_hWndForm, &m_rc, fErase);
     return S_OK;
+}
+
+HWND CControlSite::Window() const
+{
+    HWND hwnd = nullptr;
+    CComPtr<IOleInPlaceObject> inplace;
+    if (SUCCEEDED(m_pDispatch->QueryInterface(IID_IOleInPlaceObject, reinterpret_cast<void**>(&inplace)))) inplace->GetWindow(&hwnd);
+    return hwnd;
+}
+
+HRESULT CControlSite::InPlaceActivate(HWND hwndParent)
+{
+    m_hWndForm = hwndParent;
+    if (!m_host.m_bUserMode) { // at design time the form paints the control itself
+        ::InvalidateRect(m_hWndForm, &m_rc, TRUE);
+        return S_OK;
+    }
+    CComPtr<IOleInPlaceObject> inplace;
+    HRESULT hr = m_pDispatch->QueryInterface(IID_IOleInPlaceObject, reinterpret_cast<void**>(&inplace));
+    return SUCCEEDED(hr) ? inplace->InPlaceActivate(hwndParent, &m_rc) : hr;
+}
+
+bool CControlSite::PreTranslate(MSG& msg)
+{
+    CComPtr<IOleInPlaceActiveObject> active;
+    if (FAILED(m_pDispatch->QueryInterface(IID_IOleInPlaceActiveObject, reinterpret_cast<void**>(&active)))) return false;
+    return active->TranslateAccelerator(&msg) == S_OK;
+}
+
+void CControlSite::DrawInto(HDC hdc)
+{
+    CComPtr<IViewObject> view;
+    if (SUCCEEDED(m_pDispatch->QueryInterface(IID_IViewObject, reinterpret_cast<void**>(&view)))) view->Draw(hdc, &m_rc);
 }
 
 HRESULT CControlSite::OnChanged(DISPID dispID)

@@ -37,6 +37,13 @@ public:
     HRESULT Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* p, VARIANT*, EXCEPINFO*, UINT*) override;
 
     IDispatch* Control() const { return m_pDispatch; }
+    // The control's own window once it is active in the form, else 0 (design mode).
+    HWND Window() const;
+    HRESULT InPlaceActivate(HWND hwndParent);
+    // Offers a key message to the control ahead of the loop's own handling; true when it took it.
+    bool PreTranslate(MSG& msg);
+    // Paints a control without a window into the form's DC at its place.
+    void DrawInto(HDC hdc);
     const CDispatchMap* DispatchInfo() const { return m_pDispatchInfo; }
     const CEventMap* EventInfo() const { return m_pEventInfo; }
     const RECT& Rect() const { return m_rc; }
@@ -64,6 +71,7 @@ private:
     const CEventMap* m_pEventInfo = nullptr;
     DWORD m_dwEventCookie = 0;
     RECT m_rc;
+    HWND m_hWndForm = nullptr;
     EventHandler m_onEvent;
     int m_nInvalidates = 0;
 };

@@ -1,17 +1,61 @@
-// CHost and CForm: the container's ambient properties and the making of controls by ProgID.
+// CHost and CForm: the container's ambient properties, its forms and the making of controls by ProgID.
 #include "host/Host.h"
 #include "com/objbase.h"
+#include "base/colors.h"
+#include "gdi/wingdi.h"
+#include "user/winuser.h"
+
+namespace {
+
+constexpr const char16_t* kFormClass = u"QuillonHostForm";
+
+LRESULT FormProc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam)
+{
+    auto* form = reinterpret_cast<CForm*>(::GetWindowLongPtr(hWnd, GWLP_USERDATA));
+    if (msg == WM_PAINT && form) {
+        PAINTSTRUCT ps;
+        HDC hdc = ::BeginPaint(hWnd, &ps);
+        form->Paint(hdc);
+        ::EndPaint(hWnd, &ps);
+        return 0;
+    }
+    if (msg == WM_ERASEBKGND) return 1; // the paint fills the whole form
+    return ::DefWindowProc(hWnd, msg, wParam, lParam);
+}
+
+void RegisterFormClass()
+{
+    static bool done = false;
+    if (done) return;
+    WNDCLASS wc{};
+    wc.lpfnWndProc = &FormProc;
+    wc.hCursor = ::LoadCursor(nullptr, IDC_ARROW);
+    wc.lpszClassName = kFormClass;
+    ::RegisterClass(&wc);
+    done = true;
+}
+
+} // namespace
 
 CHost::CHost()
 {
     FONTDESC fd{sizeof(FONTDESC), u"MS Sans Serif", {}, FW_NORMAL, 0, FALSE, FALSE, FALSE};
     fd.cySize.int64 = 82500; // 8.25 pt
     OleCreateFontIndirect(&fd, IID_IFont, reinterpret_cast<void**>(&m_pAmbientFont));
+    ::SetMessagePump([this](MSG& msg) {
+        if (msg.message >= WM_KEYFIRST && msg.message <= WM_KEYLAST)
+            if (CControlSite* site = SiteOfWindow(msg.hwnd); site && site->PreTranslate(msg)) return;
+        ::TranslateMessage(&msg);
+        ::DispatchMessage(&msg);
+    });
+    ::SetMessageBeepHook([this](UINT type) { if (m_onBeep) m_onBeep(type); });
 }
 
 CHost::~CHost()
 {
     m_forms.clear();
+    ::SetMessagePump(nullptr);
+    ::SetMessageBeepHook(nullptr);
     if (m_pAmbientFont) m_pAmbientFont->Release();
 }
 
@@ -19,6 +63,44 @@ CForm* CHost::NewForm(const RECT& rc)
 {
     m_forms.push_back(std::make_unique<CForm>(*this, rc));
     return m_forms.back().get();
+}
+
+void CHost::Screen(int width, int height, int monitors) { ::SetVirtualScreen(width, height, monitors); }
+void CHost::Pump() { ::PumpMessages(); }
+void CHost::Advance(DWORD ms) { ::AdvanceClock(ms); }
+
+// The site whose control window is the window or one of its ancestors.
+CControlSite* CHost::SiteOfWindow(HWND hWnd)
+{
+    for (HWND h = hWnd; h; h = ::GetParent(h))
+        for (auto& form : m_forms)
+            for (auto& site : form->Sites())
+                if (site->Window() == h) return site.get();
+    return nullptr;
+}
+
+CForm::CForm(CHost& host, const RECT& rc) : m_host(host), m_rc(rc)
+{
+    RegisterFormClass();
+    m_hWnd = ::CreateWindowEx(0, kFormClass, u"", WS_POPUP, rc.left, rc.top, rc.right - rc.left, rc.bottom - rc.top,
+                              nullptr, nullptr, nullptr, nullptr);
+    ::SetWindowLongPtr(m_hWnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    ::ShowWindow(m_hWnd, SW_SHOW);
+}
+
+CForm::~CForm()
+{
+    m_sites.clear();
+    if (m_hWnd) ::DestroyWindow(m_hWnd);
+}
+
+void CForm::Paint(HDC hdc)
+{
+    RECT client;
+    ::GetClientRect(m_hWnd, &client);
+    ::FillRect(hdc, &client, ::GetSysColorBrush(COLOR_BTNFACE));
+    for (auto& site : m_sites)
+        if (!site->Window()) site->DrawInto(hdc);
 }
 
 CControlSite* CForm::Make(const CString& progID, const RECT& rc, HRESULT* phr)
@@ -34,22 +116,22 @@ CControlSite* CForm::Make(const CString& progID, const RECT& rc, HRESULT* phr)
     return m_sites.back().get();
 }
 
+// After the control holds its state, it goes live in the form: a window in run mode.
+CControlSite* CForm::Activate(CControlSite* site, HRESULT hr, HRESULT* phr)
+{
+    if (SUCCEEDED(hr)) hr = site->InPlaceActivate(m_hWnd);
+    if (phr) *phr = hr;
+    return site;
+}
+
 CControlSite* CForm::Create(const CString& progID, const RECT& rc, HRESULT* phr)
 {
     CControlSite* site = Make(progID, rc, phr);
-    if (site) {
-        HRESULT hr = site->InitNew();
-        if (phr) *phr = hr;
-    }
-    return site;
+    return site ? Activate(site, site->InitNew(), phr) : nullptr;
 }
 
 CControlSite* CForm::Load(const CString& progID, const CString& bagText, const RECT& rc, HRESULT* phr)
 {
     CControlSite* site = Make(progID, rc, phr);
-    if (site) {
-        HRESULT hr = site->Load(bagText);
-        if (phr) *phr = hr;
-    }
-    return site;
+    return site ? Activate(site, site->Load(bagText), phr) : nullptr;
 }

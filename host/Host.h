@@ -4,21 +4,30 @@
 #include <memory>
 #include <vector>
 #include "host/ControlSite.h"
+#include "user/winuser.h"
 
 class CForm {
 public:
-    CForm(CHost& host, const RECT& rc) : m_host(host), m_rc(rc) {}
+    CForm(CHost& host, const RECT& rc);
+    ~CForm();
+    CForm(const CForm&) = delete;
+    CForm& operator=(const CForm&) = delete;
     // Makes a control through its class factory and resets it (a new control on the form).
     CControlSite* Create(const CString& progID, const RECT& rc, HRESULT* phr = nullptr);
     // Makes a control and loads it from a property bag's text ("" is an empty bag).
     CControlSite* Load(const CString& progID, const CString& bagText, const RECT& rc, HRESULT* phr = nullptr);
     const RECT& Rect() const { return m_rc; }
     const std::vector<std::unique_ptr<CControlSite>>& Sites() const { return m_sites; }
+    HWND Window() const { return m_hWnd; }
+    // The form's paint: its background, and the controls that have no window of their own.
+    void Paint(HDC hdc);
 
 private:
     CControlSite* Make(const CString& progID, const RECT& rc, HRESULT* phr);
+    CControlSite* Activate(CControlSite* site, HRESULT hr, HRESULT* phr);
     CHost& m_host;
     RECT m_rc;
+    HWND m_hWnd = nullptr;
     std::vector<std::unique_ptr<CControlSite>> m_sites;
 };
 
@@ -29,6 +38,30 @@ public:
 
     CForm* NewForm(const RECT& rc);
 
+    // The virtual screen and the container's message loop.
+    void Screen(int width, int height, int monitors = 1);
+    // Delivers everything pending, each key message offered to its control's PreTranslateMessage first.
+    void Pump();
+    void Advance(DWORD ms);
+    CControlSite* SiteOfWindow(HWND hWnd);
+
+    // Simulated input: each call is delivered at once through the message loop.
+    void Focus(CControlSite& site);
+    void Type(const CString& text);
+    void Key(UINT vk, bool shift = false, bool ctrl = false);
+    void Press(int x, int y, int button = VK_LBUTTON);
+    void Release(int x, int y, int button = VK_LBUTTON);
+    void Move(int x, int y);
+    void Click(int x, int y);
+    void DblClick(int x, int y);
+    void Wheel(int x, int y, int delta);
+
+    // The screen as a person sees it: every visible window's surface in z-order, with the caret.
+    COLORREF Pixel(int x, int y);
+    bool Snapshot(const char* path, const RECT* area = nullptr);
+    // A system colour change, as the theme changes it: every window repaints.
+    void SysColor(int index, COLORREF rgb);
+
     // Ambient properties, answered to every site at each request.
     BOOL m_bUserMode = TRUE;
     OLE_COLOR m_clrAmbientFore = 0x80000008;
@@ -37,8 +70,11 @@ public:
 
     // Data-binding notifications (BoundPropertyChanged) of any control.
     std::function<void(CControlSite&, DISPID)> m_onPropertyChanged;
+    // MessageBeep, as the host hears it.
+    std::function<void(UINT)> m_onBeep;
 
 private:
+    HBITMAP ComposeScreen();
     std::vector<std::unique_ptr<CForm>> m_forms;
     IFont* m_pAmbientFont = nullptr;
 };

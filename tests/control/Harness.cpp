@@ -2,6 +2,7 @@
 #include "Harness.h"
 #include <sstream>
 #include "com/objbase.h"
+#include "gdi/wingdi.h"
 #include "server/QuillonApp.h"
 
 ControlTest::ControlTest()
@@ -9,9 +10,21 @@ ControlTest::ControlTest()
     CoRegisterInprocServer(&DllGetClassObject);
     m_form = m_host.NewForm(RECT{100, 100, 500, 400});
     m_host.m_onPropertyChanged = [this](CControlSite&, DISPID id) { m_log.push_back("PropertyChanged " + std::to_string(id)); };
+    m_host.m_onBeep = [this](UINT) { m_log.push_back("Beep"); };
+    m_gdiObjects = GdiGetLiveObjectCount();
 }
 
-ControlTest::~ControlTest() = default;
+// Nothing may outlive a test: windows, timers, capture or GDI objects.
+ControlTest::~ControlTest()
+{
+    m_form = nullptr;
+    m_pHost.reset();
+    EXPECT_EQ(GetLiveWindowCount(), 0) << "windows left behind";
+    EXPECT_EQ(GetLiveTimerCount(), 0) << "timers left behind";
+    EXPECT_EQ(GetCapture(), nullptr) << "capture left behind";
+    EXPECT_EQ(GdiGetLiveObjectCount(), m_gdiObjects) << GdiDescribeLiveObjects();
+    ResetUserState();
+}
 
 namespace {
 void Record(std::vector<std::string>& log, const EventEntry& e, VARIANT* args, UINT n)

@@ -1,6 +1,7 @@
 // A host with one form and a recording sink: events and notifications become readable lines.
 #pragma once
 #include <gtest/gtest.h>
+#include <memory>
 #include <string>
 #include <vector>
 #include "host/Host.h"
@@ -28,9 +29,11 @@ protected:
     // Lines heard since the last call: "Change", "CtrlError 32003 5", "PropertyChanged -517".
     std::vector<std::string> TakeLog();
 
-    CHost m_host;
+    std::unique_ptr<CHost> m_pHost = std::make_unique<CHost>();
+    CHost& m_host = *m_pHost;
     CForm* m_form = nullptr;
     std::vector<std::string> m_log;
+    int m_gdiObjects = 0;
 };
 
 // Compares whole sequences and prints both side by side on a mismatch.

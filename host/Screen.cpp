@@ -1,0 +1,120 @@
+// CHost: the composed screen: every visible window's surface in z-order, clipped to its parent,
+// with the caret on top; pixels and PNG snapshots of it, and system colour changes.
+#include <vector>
+#include "base/colors.h"
+#include "gdi/wingdi.h"
+#include "host/Host.h"
+#include "user/winuser.h"
+
+namespace {
+
+// Children from the bottom of the z-order up, so that later ones paint over earlier ones.
+std::vector<HWND> BottomUp(HWND first)
+{
+    std::vector<HWND> out;
+    for (HWND h = first; h; h = ::GetWindow(h, GW_HWNDNEXT)) out.insert(out.begin(), h);
+    return out;
+}
+
+void ComposeWindow(HDC screen, HWND hwnd, const RECT& clip)
+{
+    if (!::IsWindowVisible(hwnd)) return;
+    RECT rc, visible;
+    ::GetWindowRect(hwnd, &rc);
+    CRect inside;
+    if (!inside.IntersectRect(rc, clip)) return;
+    visible = inside;
+    if (HBITMAP surface = ::GetWindowSurface(hwnd)) {
+        HDC src = ::CreateCompatibleDC(screen);
+        HGDIOBJ old = ::SelectObject(src, surface);
+        ::BitBlt(screen, visible.left, visible.top, visible.right - visible.left, visible.bottom - visible.top, src,
+                 visible.left - rc.left, visible.top - rc.top, SRCCOPY);
+        ::SelectObject(src, old);
+        ::DeleteDC(src);
+    }
+    for (HWND child : BottomUp(::GetWindow(hwnd, GW_CHILD))) ComposeWindow(screen, child, visible);
+}
+
+void ComposeCaret(HDC screen)
+{
+    CaretState caret{};
+    if (!::GetCaretState(&caret) || !caret.bVisible || !::IsWindowVisible(caret.hwnd)) return;
+    POINT origin{0, 0};
+    ::ClientToScreen(caret.hwnd, &origin);
+    CRect rc(caret.rc);
+    rc.OffsetRect(origin.x, origin.y);
+    ::PatBlt(screen, rc.left, rc.top, rc.right - rc.left, rc.bottom - rc.top, DSTINVERT);
+}
+
+} // namespace
+
+HBITMAP CHost::ComposeScreen()
+{
+    int w = ::GetSystemMetrics(SM_CXVIRTUALSCREEN), h = ::GetSystemMetrics(SM_CYVIRTUALSCREEN);
+    HDC screen = ::CreateCompatibleDC(nullptr);
+    HBITMAP bitmap = ::CreateBitmap(w, h, 1, 32, nullptr);
+    if (!screen || !bitmap) {
+        if (screen) ::DeleteDC(screen);
+        if (bitmap) ::DeleteObject(bitmap);
+        return nullptr;
+    }
+    HGDIOBJ old = ::SelectObject(screen, bitmap);
+    RECT all{0, 0, w, h};
+    ::FillRect(screen, &all, ::GetSysColorBrush(COLOR_BACKGROUND));
+    Pump(); // the screen shows what has been painted: let pending paints run first
+    for (HWND top : BottomUp(::GetTopWindow(nullptr))) ComposeWindow(screen, top, all);
+    ComposeCaret(screen);
+    ::SelectObject(screen, old);
+    ::DeleteDC(screen);
+    return bitmap;
+}
+
+COLORREF CHost::Pixel(int x, int y)
+{
+    HBITMAP bitmap = ComposeScreen();
+    if (!bitmap) return CLR_INVALID;
+    HDC dc = ::CreateCompatibleDC(nullptr);
+    HGDIOBJ old = ::SelectObject(dc, bitmap);
+    COLORREF c = ::GetPixel(dc, x, y);
+    ::SelectObject(dc, old);
+    ::DeleteDC(dc);
+    ::DeleteObject(bitmap);
+    return c;
+}
+
+bool CHost::Snapshot(const char* path, const RECT* area)
+{
+    HBITMAP bitmap = ComposeScreen();
+    if (!bitmap) return false;
+    HBITMAP part = bitmap;
+    if (area) {
+        part = ::CreateBitmap(area->right - area->left, area->bottom - area->top, 1, 32, nullptr);
+        HDC src = ::CreateCompatibleDC(nullptr), dst = ::CreateCompatibleDC(nullptr);
+        HGDIOBJ oldSrc = ::SelectObject(src, bitmap), oldDst = ::SelectObject(dst, part);
+        ::BitBlt(dst, 0, 0, area->right - area->left, area->bottom - area->top, src, area->left, area->top, SRCCOPY);
+        ::SelectObject(src, oldSrc);
+        ::SelectObject(dst, oldDst);
+        ::DeleteDC(src);
+        ::DeleteDC(dst);
+    }
+    bool ok = part && ::SaveBitmapPng(part, path);
+    if (part && part != bitmap) ::DeleteObject(part);
+    ::DeleteObject(bitmap);
+    return ok;
+}
+
+namespace {
+void InvalidateTree(HWND hwnd)
+{
+    ::InvalidateRect(hwnd, nullptr, TRUE);
+    for (HWND child = ::GetWindow(hwnd, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) InvalidateTree(child);
+}
+} // namespace
+
+void CHost::SysColor(int index, COLORREF rgb)
+{
+    INT element = index;
+    ::SetSysColors(1, &element, &rgb);
+    for (HWND top = ::GetTopWindow(nullptr); top; top = ::GetWindow(top, GW_HWNDNEXT)) InvalidateTree(top);
+    Pump();
+}
