@@ -74,10 +74,6 @@ HWND CControlSite::Window() const
 HRESULT CControlSite::InPlaceActivate(HWND hwndParent)
 {
     m_hWndForm = hwndParent;
-    if (!m_host.m_bUserMode) { // at design time the form paints the control itself
-        ::InvalidateRect(m_hWndForm, &m_rc, TRUE);
-        return S_OK;
-    }
     CComPtr<IOleInPlaceObject> inplace;
     HRESULT hr = m_pDispatch->QueryInterface(IID_IOleInPlaceObject, reinterpret_cast<void**>(&inplace));
     return SUCCEEDED(hr) ? inplace->InPlaceActivate(hwndParent, &m_rc) : hr;

@@ -71,6 +71,47 @@ public:
     BOOL IsEditShowing();
     BOOL IsEditFocused();
 
+    // Fill engine
+    void FillButtonFace(CDC* pDC, OLE_COLOR clrFrom, OLE_COLOR clrTo, SHORT nFillType, const CRect& rc);
+
+    // Button painters and glyphs
+    void DrawDropButton(CDC* pDC, const CRect& rc);
+    void DrawSpinButton(CDC* pDC, SHORT nWhich, const CRect& rc);
+    void DrawSpinTriangle(CDC* pDC, SHORT nWhich, const CRect& rcButton, const CRect& rc);
+    void DrawDownChevron(CDC* pDC, OLE_COLOR clr, SHORT nOffset, SHORT nArrowType, const CRect& rc);
+    void DrawUpChevron(CDC* pDC, OLE_COLOR clr, SHORT nOffset, SHORT nArrowType, const CRect& rc);
+    void DrawModernFrame(CDC* pDC, OLE_COLOR clrLine, OLE_COLOR clrCorner, const CRect& rc);
+
+    // Pictures
+    void DrawDropPicture(CDC* pDC, SHORT nOffset, const CRect& rcButton);
+    void DrawMaskBitmap(CDC* pDC, const CRect& rc);
+    void DrawEmbossBitmap(CDC* pDC, const CRect& rc);
+    HICON MakeMaskedIcon(CDC* pDC, HBITMAP hBitmap);
+
+    // Style presets
+    SHORT GetControlStyle();
+    void SetControlStyle(SHORT nNewValue);
+    void ApplyStyleDefault();
+    void ApplyStyleFlat();
+    void ApplyStyleXPBlue();
+    void ApplyStyleXPOlive();
+    void ApplyStyleVistaBlue();
+
+    // Button interaction
+    void OnLButtonDown(UINT nFlags, CPoint point);
+    void OnLButtonUp(UINT nFlags, CPoint point);
+    void OnMouseMove(UINT nFlags, CPoint point);
+    void OnLButtonDblClk(UINT nFlags, CPoint point);
+    void OnTimer(UINT_PTR nIDEvent);
+    BOOL OnMouseWheel(UINT nFlags, short zDelta, CPoint pt);
+    void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
+    void OnEnable(BOOL bEnable);
+    BOOL HitDropButton(int x, int y);
+    BOOL HitSpinUp(int x, int y);
+    BOOL HitSpinDown(int x, int y);
+    void PressButtonAt(int x, int y);
+    void StopTimer();
+
     // The drop list and auto-complete, as far as the rest of the control calls them
     BOOL CreateDropList();
     HWND ListWindow() const { return nullptr; }
