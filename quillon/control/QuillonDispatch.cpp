@@ -92,7 +92,7 @@ const CDispatchMap& CQuillonCtrl::GetDispatchMap() const
             DispProperty(u"PasswordChar", 45, VT_BSTR, &CQuillonCtrl::GetPasswordChar, &CQuillonCtrl::SetPasswordChar),
             DispProperty(u"Text", 46, VT_BSTR, &CQuillonCtrl::GetMaskedText, &CQuillonCtrl::SetMaskedText),
             DispMethod(u"CaretPosition", 47, VT_I2, &CQuillonCtrl::CaretPosition),
-            PendingMethod(u"StopTimer", 48, VT_EMPTY),
+            DispMethod(u"StopTimer", 48, VT_EMPTY, &CQuillonCtrl::StopTimer),
             DispMethod(u"SelStart", 49, VT_I2, &CQuillonCtrl::SelStart),
             DispMethod(u"SelEnd", 50, VT_I2, &CQuillonCtrl::SelEnd),
             DispMethod(u"SetSel", 51, VT_EMPTY, &CQuillonCtrl::SetSel, {VT_I2, VT_I2, VT_BOOL}),

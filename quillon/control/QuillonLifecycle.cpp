@@ -3,12 +3,20 @@
 #include "control/QuillonCtrl.h"
 
 BEGIN_MESSAGE_MAP(CQuillonCtrl, COleControl)
+    ON_WM_LBUTTONDOWN()
+    ON_WM_LBUTTONUP()
+    ON_WM_MOUSEMOVE()
+    ON_WM_LBUTTONDBLCLK()
     ON_WM_SETFOCUS()
+    ON_WM_TIMER()
     ON_WM_DESTROY()
     ON_WM_KILLFOCUS()
     ON_WM_CTLCOLOR()
     ON_WM_SIZE()
     ON_WM_MOVE()
+    ON_WM_MOUSEWHEEL()
+    ON_WM_KEYDOWN()
+    ON_WM_ENABLE()
 END_MESSAGE_MAP()
 
 namespace {
