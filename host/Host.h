@@ -2,6 +2,7 @@
 #pragma once
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 #include "host/ControlSite.h"
 #include "user/winuser.h"
@@ -59,8 +60,13 @@ public:
     // The screen as a person sees it: every visible window's surface in z-order, with the caret.
     COLORREF Pixel(int x, int y);
     bool Snapshot(const char* path, const RECT* area = nullptr);
+    // The composed screen, or the area of it, as a bitmap the caller deletes.
+    HBITMAP Capture(const RECT* area = nullptr);
     // A system colour change, as the theme changes it: every window repaints.
     void SysColor(int index, COLORREF rgb);
+    // A picture object from a BMP, ICO or PNG file, chosen by the extension, with a reference for the
+    // caller; nullptr on failure, with the reason in *pReason when given.
+    IPictureDisp* LoadPicture(const char* path, std::string* pReason = nullptr);
 
     // Ambient properties, answered to every site at each request.
     BOOL m_bUserMode = TRUE;

@@ -82,13 +82,12 @@ COLORREF CHost::Pixel(int x, int y)
     return c;
 }
 
-bool CHost::Snapshot(const char* path, const RECT* area)
+HBITMAP CHost::Capture(const RECT* area)
 {
     HBITMAP bitmap = ComposeScreen();
-    if (!bitmap) return false;
-    HBITMAP part = bitmap;
-    if (area) {
-        part = ::CreateBitmap(area->right - area->left, area->bottom - area->top, 1, 32, nullptr);
+    if (!bitmap || !area) return bitmap;
+    HBITMAP part = ::CreateBitmap(area->right - area->left, area->bottom - area->top, 1, 32, nullptr);
+    if (part) {
         HDC src = ::CreateCompatibleDC(nullptr), dst = ::CreateCompatibleDC(nullptr);
         HGDIOBJ oldSrc = ::SelectObject(src, bitmap), oldDst = ::SelectObject(dst, part);
         ::BitBlt(dst, 0, 0, area->right - area->left, area->bottom - area->top, src, area->left, area->top, SRCCOPY);
@@ -97,9 +96,15 @@ bool CHost::Snapshot(const char* path, const RECT* area)
         ::DeleteDC(src);
         ::DeleteDC(dst);
     }
-    bool ok = part && ::SaveBitmapPng(part, path);
-    if (part && part != bitmap) ::DeleteObject(part);
     ::DeleteObject(bitmap);
+    return part;
+}
+
+bool CHost::Snapshot(const char* path, const RECT* area)
+{
+    HBITMAP bitmap = Capture(area);
+    bool ok = bitmap && ::SaveBitmapPng(bitmap, path);
+    if (bitmap) ::DeleteObject(bitmap);
     return ok;
 }
 
