@@ -1,0 +1,4 @@
+// The script `quillon demo` runs.
+#pragma once
+
+extern const char* const kDemoScript;
