@@ -1,6 +1,7 @@
 // The OLE standard font object: IFont, its dispatch interface, persistence and change notification.
 #include <vector>
 #include "gdi/wingdi.h"
+#include "dispnames.h"
 #include "ocidl.h"
 #include "stream.h"
 
@@ -159,13 +160,7 @@ const FontProp* FindProp(DISPID id)
 
 HRESULT COleFont::GetIDsOfNames(REFIID, LPCOLESTR* names, UINT count, LCID, DISPID* ids)
 {
-    HRESULT hr = S_OK;
-    for (UINT i = 0; i < count; ++i) {
-        ids[i] = DISPID_UNKNOWN;
-        for (const auto& p : kFontProps) if (CString(names[i]).CompareNoCase(p.name) == 0) ids[i] = p.id;
-        if (ids[i] == DISPID_UNKNOWN) hr = DISP_E_UNKNOWNNAME;
-    }
-    return hr;
+    return IdsOfNames(kFontProps, names, count, ids);
 }
 
 HRESULT COleFont::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* p, VARIANT* result, EXCEPINFO*, UINT*)

@@ -1,6 +1,7 @@
 // The OLE standard picture object over a GDI bitmap, icon or metafile handle, with its stream form.
 #include <vector>
 #include "gdi/wingdi.h"
+#include "dispnames.h"
 #include "ocidl.h"
 #include "stream.h"
 
@@ -133,13 +134,7 @@ HRESULT COlePicture::GetIDsOfNames(REFIID, LPCOLESTR* names, UINT count, LCID, D
     static const struct { const char16_t* name; DISPID id; } props[] = {
         {u"Handle", DISPID_PICT_HANDLE}, {u"hPal", DISPID_PICT_HPAL}, {u"Type", DISPID_PICT_TYPE},
         {u"Width", DISPID_PICT_WIDTH}, {u"Height", DISPID_PICT_HEIGHT}};
-    HRESULT hr = S_OK;
-    for (UINT i = 0; i < count; ++i) {
-        ids[i] = DISPID_UNKNOWN;
-        for (const auto& p : props) if (CString(names[i]).CompareNoCase(p.name) == 0) ids[i] = p.id;
-        if (ids[i] == DISPID_UNKNOWN) hr = DISP_E_UNKNOWNNAME;
-    }
-    return hr;
+    return IdsOfNames(props, names, count, ids);
 }
 
 HRESULT COlePicture::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS*, VARIANT* r, EXCEPINFO*, UINT*)

@@ -55,45 +55,42 @@ void COleControl::OnTextChanged()
     InvalidateControl();
 }
 
-DispEntry COleControl::StockBackColor()
+namespace {
+DispEntry Stock(DispEntry e)
 {
-    DispEntry e = DispProperty(u"BackColor", DISPID_BACKCOLOR, VT_UI4, &COleControl::GetBackColor, &COleControl::SetBackColor);
     e.bStock = true;
     return e;
+}
+} // namespace
+
+DispEntry COleControl::StockBackColor()
+{
+    return Stock(DispProperty(u"BackColor", DISPID_BACKCOLOR, VT_UI4, &COleControl::GetBackColor, &COleControl::SetBackColor));
 }
 
 DispEntry COleControl::StockForeColor()
 {
-    DispEntry e = DispProperty(u"ForeColor", DISPID_FORECOLOR, VT_UI4, &COleControl::GetForeColor, &COleControl::SetForeColor);
-    e.bStock = true;
-    return e;
+    return Stock(DispProperty(u"ForeColor", DISPID_FORECOLOR, VT_UI4, &COleControl::GetForeColor, &COleControl::SetForeColor));
 }
 
 DispEntry COleControl::StockEnabled()
 {
-    DispEntry e = DispProperty(u"Enabled", DISPID_ENABLED, VT_BOOL, &COleControl::GetEnabled, &COleControl::SetEnabled);
-    e.bStock = true;
-    return e;
+    return Stock(DispProperty(u"Enabled", DISPID_ENABLED, VT_BOOL, &COleControl::GetEnabled, &COleControl::SetEnabled));
 }
 
 DispEntry COleControl::StockFont()
 {
-    DispEntry e = DispProperty(u"Font", DISPID_FONT, VT_DISPATCH, &COleControl::GetFont, &COleControl::SetFont);
-    e.bStock = true;
-    return e;
+    return Stock(DispProperty(u"Font", DISPID_FONT, VT_DISPATCH, &COleControl::GetFont, &COleControl::SetFont));
 }
 
 DispEntry COleControl::StockHwnd()
 {
-    DispEntry e = DispProperty(u"hWnd", DISPID_HWND, VT_I4, &COleControl::GetHwnd, &COleControl::SetHwnd);
+    DispEntry e = Stock(DispProperty(u"hWnd", DISPID_HWND, VT_I4, &COleControl::GetHwnd, &COleControl::SetHwnd));
     e.put = [](CCmdTarget*, const VARIANT&) { return CTL_E_SETNOTSUPPORTED; }; // the window handle is read-only
-    e.bStock = true;
     return e;
 }
 
 DispEntry COleControl::StockText()
 {
-    DispEntry e = DispProperty(u"Text", DISPID_TEXT, VT_BSTR, &COleControl::GetText, &COleControl::SetText);
-    e.bStock = true;
-    return e;
+    return Stock(DispProperty(u"Text", DISPID_TEXT, VT_BSTR, &COleControl::GetText, &COleControl::SetText));
 }
