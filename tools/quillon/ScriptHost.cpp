@@ -1,71 +1,157 @@
-// CScriptHost: the Duktape heap, print, running a script and reporting its errors.
+// The script engine: heap, globals, print, running a script and reporting its errors.
 #include "ScriptHost.h"
-#include <cstdio>
 #include <duktape.h>
-#include "ScriptApi.h"
-#include "ScriptWrappers.h"
+#include <cstdio>
+#include <cstdlib>
+#include "ScriptBinding.h"
+#include "ScriptObjects.h"
 
 namespace {
+const char kHostKey[] = DUK_HIDDEN_SYMBOL("scriptHost");
+const char kHeldErrorKey[] = DUK_HIDDEN_SYMBOL("heldError");
 
-CScriptHost* g_host = nullptr; // the tool runs one script host at a time
-
-// print(...): each argument through String(), separated by a blank, then a newline.
-duk_ret_t Print(duk_context* ctx)
+void OnFatal(void*, const char* msg)
 {
-    std::string line;
-    for (int i = 0, n = duk_get_top(ctx); i < n; ++i) {
-        if (i) line += ' ';
+    std::fprintf(stderr, "quillon: script engine failure: %s\n", msg ? msg : "(no message)");
+    std::abort();
+}
+
+// print(...): each argument through String(), separated by one blank, then a newline.
+duk_ret_t PrintBody(duk_context* ctx)
+{
+    duk_idx_t n = duk_get_top(ctx);
+    for (duk_idx_t i = 0; i < n; ++i) {
+        duk_get_global_string(ctx, "String");
         duk_dup(ctx, i);
-        line += duk_safe_to_string(ctx, -1);
-        duk_pop(ctx);
+        if (duk_pcall(ctx, 1) != DUK_EXEC_SUCCESS) return kThrow;
+        duk_replace(ctx, i);
     }
-    std::printf("%s\n", line.c_str());
-    std::fflush(stdout);
+    duk_push_string(ctx, " ");
+    duk_insert(ctx, 0);
+    duk_join(ctx, n);
+    duk_size_t len = 0;
+    const char* text = duk_get_lstring(ctx, -1, &len);
+    ScriptHostOf(ctx).Print(std::string(text, len));
     return 0;
 }
 
+// [error] -> [text]: "file:line: Error: message" where the error knows its place. A safe call
+// sees the caller's whole stack, hence the negative indices.
+duk_ret_t DescribeError(duk_context* ctx, void*)
+{
+    if (duk_is_error(ctx, -1)) {
+        duk_get_prop_string(ctx, -1, "fileName");
+        duk_get_prop_string(ctx, -2, "lineNumber");
+        if (duk_is_string(ctx, -2) && duk_is_number(ctx, -1)) {
+            duk_push_sprintf(ctx, "%s:%d: ", duk_get_string(ctx, -2), static_cast<int>(duk_get_int(ctx, -1)));
+            duk_dup(ctx, -4);
+            duk_to_string(ctx, -1);
+            duk_concat(ctx, 2);
+            return 1;
+        }
+        duk_pop_2(ctx);
+    }
+    duk_dup_top(ctx);
+    duk_to_string(ctx, -1);
+    return 1;
+}
 } // namespace
 
-CScriptHost& ScriptHostOf(duk_context*) { return *g_host; }
+CScriptHost& ScriptHostOf(duk_context* ctx)
+{
+    duk_push_global_stash(ctx);
+    void* p = GetHiddenPointer(ctx, -1, kHostKey);
+    duk_pop(ctx);
+    return *static_cast<CScriptHost*>(p);
+}
 
 CScriptHost::CScriptHost()
 {
-    g_host = this;
-    m_ctx = duk_create_heap_default();
-    duk_push_c_function(m_ctx, Print, DUK_VARARGS);
-    duk_put_global_string(m_ctx, "print");
-    PushHostObject(m_ctx);
-    duk_put_global_string(m_ctx, "host");
+    m_ctx = duk_create_heap(nullptr, nullptr, nullptr, nullptr, &OnFatal);
+    if (!m_ctx) OnFatal(nullptr, "out of memory");
+    duk_push_global_stash(m_ctx);
+    PutHiddenPointer(m_ctx, -1, kHostKey, this);
+    duk_pop(m_ctx);
+    InstallGlobals();
 }
 
 CScriptHost::~CScriptHost()
 {
-    duk_destroy_heap(m_ctx);
-    ReleaseWrapped();
+    // The heap goes first, running the finalizers that release automation objects, while every
+    // control still exists; no event may reach a script function after that.
     m_host.m_onPropertyChanged = nullptr;
     m_host.m_onBeep = nullptr;
-    g_host = nullptr;
+    duk_destroy_heap(m_ctx);
+    m_ctx = nullptr;
 }
 
-void CScriptHost::ThrowPending()
+void CScriptHost::InstallGlobals()
 {
-    if (m_pending.empty()) return;
-    std::string message = m_pending;
-    m_pending.clear();
-    (void)duk_error(m_ctx, DUK_ERR_ERROR, "in an event handler: %s", message.c_str());
+    duk_push_global_object(m_ctx);
+    PutFunction(m_ctx, -1, "print", &Guarded<PrintBody>, DUK_VARARGS);
+    PushHostObject(m_ctx);
+    duk_put_prop_string(m_ctx, -2, "host");
+    duk_pop(m_ctx);
+    ListenToHost(m_ctx, m_host);
+}
+
+void CScriptHost::Print(const std::string& line) const
+{
+    if (m_onPrint) {
+        m_onPrint(line);
+        return;
+    }
+    std::fwrite(line.data(), 1, line.size(), stdout);
+    std::fputc('\n', stdout);
+}
+
+std::string CScriptHost::Describe(int idx)
+{
+    duk_dup(m_ctx, idx);
+    if (duk_safe_call(m_ctx, &DescribeError, nullptr, 1, 1) != DUK_EXEC_SUCCESS) {
+        duk_pop(m_ctx);
+        return "script error (its message cannot be shown)";
+    }
+    std::string text = duk_get_string(m_ctx, -1) ? duk_get_string(m_ctx, -1) : "";
+    duk_pop(m_ctx);
+    return text;
 }
 
 bool CScriptHost::Run(const std::string& source, const std::string& fileName)
 {
-    duk_push_string(m_ctx, fileName.c_str());
-    bool ok = duk_pcompile_lstring_filename(m_ctx, 0, source.data(), source.size()) == 0 &&
-              duk_pcall(m_ctx, 0) == DUK_EXEC_SUCCESS;
-    if (ok && !m_pending.empty()) { // an error in a handler that ran after the script's last statement
-        m_error = m_pending;
+    m_strError.clear();
+    duk_push_lstring(m_ctx, source.data(), source.size());
+    duk_push_lstring(m_ctx, fileName.data(), fileName.size());
+    bool ok = duk_pcompile(m_ctx, 0) == DUK_EXEC_SUCCESS && duk_pcall(m_ctx, 0) == DUK_EXEC_SUCCESS;
+    if (!ok) m_strError = Describe(-1);
+    duk_pop(m_ctx);
+    if (ok && m_bHandlerError) {
+        TakeHandlerError();
+        m_strError = Describe(-1);
+        duk_pop(m_ctx);
         ok = false;
-    } else if (!ok) {
-        m_error = duk_safe_to_stacktrace(m_ctx, -1);
+    }
+    return ok;
+}
+
+void CScriptHost::HoldHandlerError()
+{
+    if (!m_bHandlerError) {
+        duk_push_global_stash(m_ctx);
+        duk_dup(m_ctx, -2);
+        duk_put_prop_string(m_ctx, -2, kHeldErrorKey);
+        duk_pop(m_ctx);
+        m_bHandlerError = true;
     }
     duk_pop(m_ctx);
-    return ok;
+}
+
+void CScriptHost::TakeHandlerError()
+{
+    duk_push_global_stash(m_ctx);
+    duk_get_prop_string(m_ctx, -1, kHeldErrorKey);
+    duk_push_undefined(m_ctx);
+    duk_put_prop_string(m_ctx, -3, kHeldErrorKey);
+    duk_remove(m_ctx, -2);
+    m_bHandlerError = false;
 }

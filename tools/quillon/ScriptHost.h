@@ -1,6 +1,7 @@
-// CScriptHost: runs a script against a host: the global print and host objects, forms, controls
-// reached by name through their dispatch interface, and events delivered to script functions.
+// CScriptHost: runs a script against a container: the global print and host objects, forms,
+// controls reached by name through their dispatch interface, and events delivered to script functions.
 #pragma once
+#include <functional>
 #include <string>
 #include "host/Host.h"
 
@@ -9,6 +10,9 @@ typedef struct duk_hthread duk_context;
 
 class CScriptHost {
 public:
+    // Where print writes its lines; standard output unless a test listens.
+    using PrintSink = std::function<void(const std::string& line)>;
+
     CScriptHost();
     ~CScriptHost();
     CScriptHost(const CScriptHost&) = delete;
@@ -16,21 +20,33 @@ public:
 
     // Runs the source; false on a script error, whose message (with file and line) is in Error().
     bool Run(const std::string& source, const std::string& fileName);
-    const std::string& Error() const { return m_error; }
+    const std::string& Error() const { return m_strError; }
 
     CHost& Host() { return m_host; }
     duk_context* Context() { return m_ctx; }
-    // An error raised inside an event handler, held until control returns to the script.
-    void SetPending(const std::string& message) { if (m_pending.empty()) m_pending = message; }
-    // Throws the held error into the script, if there is one.
-    void ThrowPending();
+    void SetPrintSink(PrintSink sink) { m_onPrint = std::move(sink); }
+    void Print(const std::string& line) const;
+
+    // An error thrown by an event handler cannot unwind through the control that fired the event;
+    // it is held (the first one only) and thrown into the script once the dispatch call returns.
+    // Takes the error value on top of the stack.
+    void HoldHandlerError();
+    bool HasHandlerError() const { return m_bHandlerError; }
+    // Pushes the held error and forgets it.
+    void TakeHandlerError();
 
 private:
+    void InstallGlobals();
+    std::string Describe(int idx);
+
     CHost m_host;
     duk_context* m_ctx = nullptr;
-    std::string m_error;
-    std::string m_pending;
+    PrintSink m_onPrint;
+    std::string m_strError;
+    bool m_bHandlerError = false;
 };
 
-// The script host a C function of the script runs under.
+// The script host that a C function of the script runs under.
 CScriptHost& ScriptHostOf(duk_context* ctx);
+// The script shown by `quillon demo`.
+extern const char* const kDemoScript;

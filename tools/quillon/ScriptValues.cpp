@@ -1,134 +1,158 @@
-// Script objects over dispatch interfaces (a Proxy per object) and the VARIANT conversions.
+// Script values to VARIANTs and back, by-reference arguments as {value: n} objects.
 #include "ScriptValues.h"
-#include <duktape.h>
-#include <map>
-#include "ScriptHost.h"
-#include "ScriptWrappers.h"
+#include <cmath>
+#include "ScriptBinding.h"
+#include "ScriptObjects.h"
 
 namespace {
-
-const char* HResultName(HRESULT hr)
+void PushString(duk_context* ctx, const CString& s)
 {
-    switch (hr) {
-    case E_NOTIMPL: return "not implemented yet";
-    case DISP_E_TYPEMISMATCH: return "type mismatch";
-    case DISP_E_OVERFLOW: return "value out of range";
-    case DISP_E_BADPARAMCOUNT: return "wrong number of arguments";
-    case DISP_E_MEMBERNOTFOUND: return "no such member";
-    case DISP_E_UNKNOWNNAME: return "unknown name";
-    case CTL_E_SETNOTSUPPORTED: return "the property is read-only";
-    }
-    return "failed";
+    std::string utf8 = ToUtf8(s);
+    duk_push_lstring(ctx, utf8.data(), utf8.size());
 }
 
-std::string Utf8(const CString& s) { return ToUtf8(s); }
-
-// Names a script engine asks of every object; they are not members of the control.
-bool IsEngineName(const char* key)
+// Types the control does not hand out itself, through the coercions automation defines.
+void PushOther(duk_context* ctx, const VARIANT& v)
 {
-    static const char* names[] = {"toString", "valueOf", "toJSON", "inspect", "constructor", "then"};
-    for (const char* n : names)
-        if (std::string(key) == n) return true;
-    return false;
-}
-
-} // namespace
-
-void ThrowDispatchError(duk_context* ctx, const CString& member, HRESULT hr)
-{
-    (void)duk_error(ctx, DUK_ERR_ERROR, "'%s': %s (0x%08X)", Utf8(member).c_str(), HResultName(hr), static_cast<unsigned>(hr));
-    for (;;) {} // duk_error does not return
-}
-
-void PushVariant(duk_context* ctx, const VARIANT& in)
-{
-    COleVariant v;
-    if (FAILED(VariantCopy(&v, &in)) || ((v.vt & VT_BYREF) && FAILED(VariantChangeType(&v, &in, 0, in.vt & ~VT_BYREF)))) {
-        duk_push_undefined(ctx);
-        return;
-    }
-    switch (v.vt) {
-    case VT_EMPTY: duk_push_undefined(ctx); return;
-    case VT_NULL: duk_push_null(ctx); return;
-    case VT_BOOL: duk_push_boolean(ctx, v.boolVal != 0); return;
-    case VT_BSTR: duk_push_string(ctx, Utf8(BstrToString(v.bstrVal)).c_str()); return;
-    case VT_DISPATCH: case VT_UNKNOWN:
-        if (!v.pdispVal) duk_push_null(ctx);
-        else PushDispatch(ctx, v.pdispVal);
-        return;
-    }
     COleVariant number;
-    if (SUCCEEDED(VariantChangeType(&number, &v, 0, VT_R8))) duk_push_number(ctx, number.dblVal);
+    if (SUCCEEDED(VariantChangeType(&number, &v, 0, VT_R8))) {
+        duk_push_number(ctx, number.dblVal);
+        return;
+    }
+    COleVariant text;
+    if (SUCCEEDED(VariantChangeType(&text, &v, 0, VT_BSTR))) PushString(ctx, BstrToString(text.bstrVal));
     else duk_push_undefined(ctx);
 }
 
-COleVariant ToVariant(duk_context* ctx, int idx)
+void FromNumber(double d, COleVariant& out)
 {
-    COleVariant v;
-    if (duk_is_boolean(ctx, idx)) return COleVariant(SHORT(duk_get_boolean(ctx, idx) ? 1 : 0), VT_BOOL);
-    if (duk_is_string(ctx, idx)) return COleVariant(CString(FromUtf8(duk_get_string(ctx, idx))));
-    if (duk_is_null(ctx, idx)) { v.vt = VT_NULL; return v; }
-    if (duk_is_number(ctx, idx)) {
-        double d = duk_get_number(ctx, idx);
-        if (d == static_cast<double>(static_cast<long long>(d)) && d >= -2147483648.0 && d < 4294967296.0) {
-            if (d < 2147483648.0) return COleVariant(static_cast<LONG>(d));
-            v.vt = VT_UI4;
-            v.ulVal = static_cast<ULONG>(d);
-            return v;
+    out.Clear();
+    if (std::trunc(d) == d && d >= -2147483648.0 && d <= 2147483647.0) {
+        out.vt = VT_I4;
+        out.lVal = static_cast<LONG>(d);
+    } else if (std::trunc(d) == d && d > 0 && d < 4294967296.0) {
+        out.vt = VT_UI4;
+        out.ulVal = static_cast<ULONG>(d);
+    } else {
+        out.vt = VT_R8;
+        out.dblVal = d;
+    }
+}
+
+bool FromObject(duk_context* ctx, duk_idx_t idx, COleVariant& out)
+{
+    IDispatch* p = nullptr;
+    if (CControlSite* site = ControlOf(ctx, idx)) p = site->Control();
+    else p = DispatchOf(ctx, idx);
+    if (!p) return false;
+    out = COleVariant(p);
+    return true;
+}
+
+bool IsByRefShort(const VARIANT& v) { return v.vt == (VT_BYREF | VT_I2); }
+
+// [.. holder] -> [..]: the holder's value into the short the control reads back.
+bool WriteBack(duk_context* ctx, VARIANT& arg, unsigned position)
+{
+    duk_get_prop_string(ctx, -1, "value");
+    COleVariant value, shortValue;
+    HRESULT hr = DISP_E_TYPEMISMATCH;
+    if (ToVariant(ctx, -1, value)) hr = VariantChangeType(&shortValue, &value, 0, VT_I2);
+    duk_pop_2(ctx);
+    if (SUCCEEDED(hr)) {
+        *arg.piVal = shortValue.iVal;
+        return true;
+    }
+    PushScriptError(ctx, "by-reference argument " + std::to_string(position + 1) +
+                             " must hold a short (-32768..32767), HRESULT " + HResultText(hr));
+    return false;
+}
+} // namespace
+
+void PushVariant(duk_context* ctx, const VARIANT& v)
+{
+    switch (v.vt) {
+    case VT_EMPTY: duk_push_undefined(ctx); break;
+    case VT_NULL: duk_push_null(ctx); break;
+    case VT_I2: duk_push_int(ctx, v.iVal); break;
+    case VT_I4: duk_push_int(ctx, v.lVal); break;
+    case VT_UI4: duk_push_uint(ctx, v.ulVal); break;
+    case VT_R4: duk_push_number(ctx, v.fltVal); break;
+    case VT_R8: duk_push_number(ctx, v.dblVal); break;
+    case VT_CY: duk_push_number(ctx, static_cast<double>(v.cyVal.int64) / 10000.0); break;
+    case VT_BOOL: duk_push_boolean(ctx, v.boolVal != VARIANT_FALSE); break;
+    case VT_BSTR: PushString(ctx, BstrToString(v.bstrVal)); break;
+    case VT_DISPATCH:
+        if (v.pdispVal) PushDispatch(ctx, v.pdispVal);
+        else duk_push_null(ctx);
+        break;
+    default: PushOther(ctx, v); break;
+    }
+}
+
+bool ToVariant(duk_context* ctx, duk_idx_t idx, COleVariant& out)
+{
+    out.Clear();
+    switch (duk_get_type(ctx, idx)) {
+    case DUK_TYPE_UNDEFINED: return true;
+    case DUK_TYPE_NULL: out.vt = VT_NULL; return true;
+    case DUK_TYPE_BOOLEAN:
+        out.vt = VT_BOOL;
+        out.boolVal = duk_get_boolean(ctx, idx) ? VARIANT_TRUE : VARIANT_FALSE;
+        return true;
+    case DUK_TYPE_NUMBER: FromNumber(duk_get_number(ctx, idx), out); return true;
+    case DUK_TYPE_STRING: {
+        duk_size_t len = 0;
+        const char* s = duk_get_lstring(ctx, idx, &len);
+        out = COleVariant(CString(FromUtf8(std::string_view(s, len))));
+        return true;
+    }
+    case DUK_TYPE_OBJECT: return FromObject(ctx, idx, out);
+    default: return false;
+    }
+}
+
+std::string ScriptTypeName(duk_context* ctx, duk_idx_t idx)
+{
+    if (duk_is_function(ctx, idx)) return "a function";
+    if (duk_is_array(ctx, idx)) return "an array";
+    switch (duk_get_type(ctx, idx)) {
+    case DUK_TYPE_OBJECT: return "an object";
+    case DUK_TYPE_BUFFER: return "a buffer";
+    case DUK_TYPE_POINTER: return "a pointer";
+    default: return "a value of this type";
+    }
+}
+
+bool CallWithEventArgs(duk_context* ctx, VARIANT* args, unsigned count)
+{
+    duk_idx_t fn = duk_get_top_index(ctx);
+    for (unsigned i = 0; i < count; ++i) {
+        if (IsByRefShort(args[i])) {
+            duk_push_object(ctx);
+            duk_push_int(ctx, *args[i].piVal);
+            duk_put_prop_string(ctx, -2, "value");
+        } else {
+            PushVariant(ctx, args[i]);
         }
-        return COleVariant(d);
     }
-    if (duk_is_object(ctx, idx)) {
-        if (IDispatch* p = WrappedDispatch(ctx, idx)) return COleVariant(p);
+    // Keep the holders: the function gets copies of the references, and they are read afterwards.
+    for (unsigned i = 0; i < count; ++i) duk_dup(ctx, fn + 1 + static_cast<duk_idx_t>(i));
+    duk_dup(ctx, fn);
+    duk_insert(ctx, fn + 1 + static_cast<duk_idx_t>(count));
+    if (duk_pcall(ctx, static_cast<duk_idx_t>(count)) != DUK_EXEC_SUCCESS) {
+        duk_replace(ctx, fn);
+        duk_set_top(ctx, fn + 1);
+        return false;
     }
-    return v; // undefined and anything else: empty
-}
-
-// The get trap: a method becomes a function; a property is read; an unknown name is an error.
-static duk_ret_t ObjectGet(duk_context* ctx)
-{
-    if (!duk_is_string(ctx, 1)) return 0;
-    const char* key = duk_get_string(ctx, 1);
-    Wrapped w = WrappedOf(ctx, 0);
-    if (w.site && std::string(key) == "on") { PushOnFunction(ctx, w.site); return 1; }
-    if (IsEngineName(key)) return 0;
-    CString name(FromUtf8(key));
-    MemberKind kind = FindMember(w, name);
-    if (kind == MemberKind::Unknown) return duk_error(ctx, DUK_ERR_REFERENCE_ERROR, "unknown property or method '%s'", key);
-    if (kind == MemberKind::Method) { PushMethodFunction(ctx, w, name); return 1; }
-    COleVariant value;
-    HRESULT hr = InvokeMember(w, name, DISPATCH_PROPERTYGET, {}, &value);
-    ScriptHostOf(ctx).ThrowPending();
-    if (FAILED(hr)) ThrowDispatchError(ctx, name, hr);
-    PushVariant(ctx, value);
-    return 1;
-}
-
-static duk_ret_t ObjectSet(duk_context* ctx)
-{
-    if (!duk_is_string(ctx, 1)) return 0;
-    const char* key = duk_get_string(ctx, 1);
-    Wrapped w = WrappedOf(ctx, 0);
-    CString name(FromUtf8(key));
-    if (FindMember(w, name) != MemberKind::Property)
-        return duk_error(ctx, DUK_ERR_REFERENCE_ERROR, "unknown property '%s'", key);
-    COleVariant value = ToVariant(ctx, 2);
-    HRESULT hr = InvokeMember(w, name, DISPATCH_PROPERTYPUT, {value}, nullptr);
-    ScriptHostOf(ctx).ThrowPending();
-    if (FAILED(hr)) ThrowDispatchError(ctx, name, hr);
-    duk_push_true(ctx);
-    return 1;
-}
-
-void PushProxy(duk_context* ctx, const Wrapped& w)
-{
-    duk_push_object(ctx); // the target holds nothing: every access goes through the traps
-    RegisterWrapped(ctx, -1, w);
-    duk_push_object(ctx);
-    duk_push_c_function(ctx, ObjectGet, 3);
-    duk_put_prop_string(ctx, -2, "get");
-    duk_push_c_function(ctx, ObjectSet, 4);
-    duk_put_prop_string(ctx, -2, "set");
-    duk_push_proxy(ctx, 0);
-    RegisterWrapped(ctx, -1, w);
+    duk_pop(ctx);
+    bool ok = true;
+    for (unsigned i = 0; i < count && ok; ++i) {
+        if (!IsByRefShort(args[i])) continue;
+        duk_dup(ctx, fn + 1 + static_cast<duk_idx_t>(i));
+        ok = WriteBack(ctx, args[i], i);
+    }
+    if (!ok) duk_replace(ctx, fn);
+    duk_set_top(ctx, ok ? fn : fn + 1);
+    return ok;
 }

@@ -1,0 +1,140 @@
+// The global host object: forms, the ambient UserMode, persistence, and the host's notifications.
+#include <string>
+#include "ScriptBinding.h"
+#include "ScriptHost.h"
+#include "ScriptObjects.h"
+
+namespace {
+const char kHostHandlersKey[] = DUK_HIDDEN_SYMBOL("hostHandlers");
+
+// Window-dependent calls (screen, focus, type, key, mouse, advance, pump, pixel, snapshot,
+// sysColor, loadPicture, fileDialog) join this object once the tool drives the window system.
+
+duk_ret_t FormBody(duk_context* ctx)
+{
+    int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1);
+    int w = duk_require_int(ctx, 2), h = duk_require_int(ctx, 3);
+    PushFormObject(ctx, ScriptHostOf(ctx).Host().NewForm(RECT{x, y, x + w, y + h}));
+    return 1;
+}
+
+CControlSite* ControlArg(duk_context* ctx, const char* function)
+{
+    CControlSite* site = ControlOf(ctx, 0);
+    if (!site) PushScriptError(ctx, std::string(function) + ": the argument must be a control");
+    return site;
+}
+
+// host.save(q): the control's property bag as text; clears its dirty flag.
+duk_ret_t SaveBody(duk_context* ctx)
+{
+    CControlSite* site = ControlArg(ctx, "save");
+    if (!site) return kThrow;
+    std::string text = ToUtf8(site->Save(TRUE));
+    duk_push_lstring(ctx, text.data(), text.size());
+    return 1;
+}
+
+// host.isDirty(q): the control's modified flag, as a container's IsDirty sees it.
+duk_ret_t IsDirtyBody(duk_context* ctx)
+{
+    CControlSite* site = ControlArg(ctx, "isDirty");
+    if (!site) return kThrow;
+    duk_push_boolean(ctx, site->IsDirty());
+    return 1;
+}
+
+// host.on(name, fn): PropertyChanged (dispid, control) or Beep (type).
+duk_ret_t OnBody(duk_context* ctx)
+{
+    std::string name = duk_require_string(ctx, 0);
+    if (name != "PropertyChanged" && name != "Beep") return PushScriptError(ctx, "unknown host event '" + name + "'");
+    if (!duk_is_function(ctx, 1) && !duk_is_null_or_undefined(ctx, 1))
+        return PushScriptError(ctx, "on: the handler must be a function");
+    duk_push_global_stash(ctx);
+    duk_get_prop_string(ctx, -1, kHostHandlersKey);
+    duk_dup(ctx, 1);
+    duk_put_prop_string(ctx, -2, name.c_str());
+    return 0;
+}
+
+duk_ret_t GetUserMode(duk_context* ctx)
+{
+    duk_push_boolean(ctx, ScriptHostOf(ctx).Host().m_bUserMode);
+    return 1;
+}
+
+duk_ret_t SetUserMode(duk_context* ctx)
+{
+    ScriptHostOf(ctx).Host().m_bUserMode = duk_to_boolean(ctx, 0) ? TRUE : FALSE;
+    return 0;
+}
+
+void DefineUserMode(duk_context* ctx)
+{
+    duk_push_string(ctx, "userMode");
+    duk_push_c_function(ctx, &GetUserMode, 0);
+    duk_push_c_function(ctx, &SetUserMode, 1);
+    duk_def_prop(ctx, -4, DUK_DEFPROP_HAVE_GETTER | DUK_DEFPROP_HAVE_SETTER | DUK_DEFPROP_SET_ENUMERABLE);
+}
+
+struct HostEvent {
+    const char* name;
+    CControlSite* site; // PropertyChanged: the control that changed
+    double value;       // its dispid, or the beep's type
+};
+
+// [] -> [undefined or error]
+duk_ret_t DeliverSafely(duk_context* ctx, void* udata)
+{
+    auto* e = static_cast<HostEvent*>(udata);
+    duk_push_global_stash(ctx);
+    duk_get_prop_string(ctx, -1, kHostHandlersKey);
+    duk_get_prop_string(ctx, -1, e->name);
+    duk_replace(ctx, -3);
+    duk_pop(ctx);
+    if (!duk_is_function(ctx, -1)) {
+        duk_pop(ctx);
+        duk_push_undefined(ctx);
+        return 1;
+    }
+    duk_push_number(ctx, e->value);
+    if (e->site) PushControl(ctx, e->site);
+    if (duk_pcall(ctx, e->site ? 2 : 1) != DUK_EXEC_SUCCESS) return 1;
+    duk_pop(ctx);
+    duk_push_undefined(ctx);
+    return 1;
+}
+
+void Deliver(duk_context* ctx, HostEvent event)
+{
+    CScriptHost& host = ScriptHostOf(ctx);
+    if (host.HasHandlerError()) return;
+    duk_safe_call(ctx, &DeliverSafely, &event, 0, 1);
+    if (duk_is_undefined(ctx, -1)) duk_pop(ctx);
+    else host.HoldHandlerError();
+}
+} // namespace
+
+void PushHostObject(duk_context* ctx)
+{
+    duk_push_global_stash(ctx);
+    duk_push_bare_object(ctx);
+    duk_put_prop_string(ctx, -2, kHostHandlersKey);
+    duk_pop(ctx);
+
+    duk_push_object(ctx);
+    PutFunction(ctx, -1, "form", &Guarded<FormBody>, 4);
+    PutFunction(ctx, -1, "save", &Guarded<SaveBody>, 1);
+    PutFunction(ctx, -1, "isDirty", &Guarded<IsDirtyBody>, 1);
+    PutFunction(ctx, -1, "on", &Guarded<OnBody>, 2);
+    DefineUserMode(ctx);
+}
+
+void ListenToHost(duk_context* ctx, CHost& host)
+{
+    host.m_onPropertyChanged = [ctx](CControlSite& site, DISPID dispid) {
+        Deliver(ctx, HostEvent{"PropertyChanged", &site, static_cast<double>(dispid)});
+    };
+    host.m_onBeep = [ctx](UINT type) { Deliver(ctx, HostEvent{"Beep", nullptr, static_cast<double>(type)}); };
+}
