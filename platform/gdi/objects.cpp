@@ -8,7 +8,10 @@
 
 namespace gdi {
 
-static_assert(sizeof(void*) == 8, "handles pack a slot and a generation into 64 bits");
+// A handle packs a slot (bits 4..19) and a generation (bits 20..31) into its low 32 bits, the only
+// ones that are significant, as on the real platform: a handle survives a round trip through a 32-bit
+// OLE_HANDLE (IPicture::get_Handle). Like GDI's own quota, the table holds at most 65535 objects.
+constexpr uint32_t kMaxSlots = 0xFFFF, kGenMask = 0xFFF;
 
 std::string Object::Describe() const { return "object type " + std::to_string(m_nType); }
 
@@ -38,6 +41,8 @@ HGDIOBJ Table::Add(std::unique_ptr<Object> p)
     if (!p)
         return nullptr;
     uint32_t nSlot;
+    if (m_free.empty() && m_slots.size() >= kMaxSlots)
+        return nullptr;
     if (!m_free.empty()) {
         nSlot = m_free.back();
         m_free.pop_back();
@@ -46,22 +51,22 @@ HGDIOBJ Table::Add(std::unique_ptr<Object> p)
         m_slots.push_back({});
     }
     Slot& s = m_slots[nSlot];
-    s.nGen = (s.nGen + 1) & 0x7FFFFFFF;
+    s.nGen = (s.nGen + 1) & kGenMask;
     if (!p->m_bStock)
         ++m_nLive;
     s.p = std::move(p);
-    uintptr_t h = (static_cast<uintptr_t>(s.nGen) << 32) | (static_cast<uintptr_t>(nSlot + 1) << 4);
+    uintptr_t h = (static_cast<uintptr_t>(s.nGen) << 20) | (static_cast<uintptr_t>(nSlot + 1) << 4);
     return reinterpret_cast<HGDIOBJ>(h);
 }
 
 Object* Table::Get(HGDIOBJ h) const
 {
     uintptr_t v = reinterpret_cast<uintptr_t>(h);
-    uint32_t nSlot = static_cast<uint32_t>((v >> 4) & 0x0FFFFFFF);
-    if (nSlot == 0 || nSlot > m_slots.size() || (v & 0xF) != 0)
+    uint32_t nSlot = static_cast<uint32_t>((v >> 4) & kMaxSlots);
+    if (nSlot == 0 || nSlot > m_slots.size() || (v & 0xF) != 0 || (v >> 32) != 0)
         return nullptr;
     const Slot& s = m_slots[nSlot - 1];
-    return s.nGen == static_cast<uint32_t>(v >> 32) ? s.p.get() : nullptr;
+    return s.nGen == static_cast<uint32_t>((v >> 20) & kGenMask) ? s.p.get() : nullptr;
 }
 
 void Table::Remove(HGDIOBJ h)
@@ -69,7 +74,7 @@ void Table::Remove(HGDIOBJ h)
     Object* p = Get(h);
     if (!p)
         return;
-    uint32_t nSlot = static_cast<uint32_t>((reinterpret_cast<uintptr_t>(h) >> 4) & 0x0FFFFFFF) - 1;
+    uint32_t nSlot = static_cast<uint32_t>((reinterpret_cast<uintptr_t>(h) >> 4) & kMaxSlots) - 1;
     if (!p->m_bStock)
         --m_nLive;
     m_slots[nSlot].p.reset();
