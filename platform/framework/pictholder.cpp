@@ -1,5 +1,6 @@
 // CPictureHolder: making picture objects from handles and swapping them.
 #include "pictholder.h"
+#include "dc.h"
 
 BOOL CPictureHolder::Create(PICTDESC& desc, BOOL bOwn)
 {
@@ -72,4 +73,30 @@ void CPictureHolder::SetPicture(IPicture* pPict)
     if (pPict) pPict->AddRef();
     if (m_pPict) m_pPict->Release();
     m_pPict = pPict;
+}
+
+void CPictureHolder::Render(CDC* pDC, const CRect& rcRender, const CRect&)
+{
+    OLE_HANDLE handle = 0;
+    if (!pDC || !m_pPict || FAILED(m_pPict->get_Handle(&handle)) || !handle) return;
+    switch (GetType()) {
+    case PICTYPE_BITMAP: {
+        HBITMAP hbm = reinterpret_cast<HBITMAP>(static_cast<uintptr_t>(handle));
+        BITMAP bm{};
+        if (!::GetObject(hbm, sizeof bm, &bm)) return;
+        CDC dcBitmap;
+        if (!dcBitmap.CreateCompatibleDC(pDC)) return;
+        HGDIOBJ old = dcBitmap.SelectObject(hbm);
+        pDC->StretchBlt(rcRender.left, rcRender.top, rcRender.Width(), rcRender.Height(), &dcBitmap, 0, 0,
+                        bm.bmWidth, bm.bmHeight, SRCCOPY);
+        dcBitmap.SelectObject(old);
+        break;
+    }
+    case PICTYPE_ICON:
+        pDC->DrawIcon(rcRender.left, rcRender.top, reinterpret_cast<HICON>(static_cast<uintptr_t>(handle)));
+        break;
+    default:
+        // Stand-in: a metafile here is a handle without records, so there is nothing to play back.
+        break;
+    }
 }

@@ -1,6 +1,9 @@
 // CPictureHolder: MFC's owner of a picture object (none, bitmap, icon or metafile).
 #pragma once
 #include "com/ocidl.h"
+#include "base/rect.h"
+
+class CDC;
 
 class CPictureHolder {
 public:
@@ -18,6 +21,9 @@ public:
     LPPICTUREDISP GetPictureDispatch() const; // with a reference for the caller
     void SetPictureDispatch(LPPICTUREDISP pDisp);
     void SetPicture(IPicture* pPict);
+    // Draws the picture into rcRender: a bitmap stretched to it, an icon at its own size at its top-left.
+    // rcWBounds is the metafile frame, of no use here (see Render).
+    void Render(CDC* pDC, const CRect& rcRender, const CRect& rcWBounds);
 
     IPicture* m_pPict = nullptr;
 
