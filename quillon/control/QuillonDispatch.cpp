@@ -88,7 +88,7 @@ const CDispatchMap& CQuillonCtrl::GetDispatchMap() const
             COLOR_A(u"ScrollForeColor", 41, m_clrScrollFore),
             NotYetBuilt(DispProperty(u"XMLRead", 42, VT_BSTR, &CQuillonCtrl::GetEmptyString, &CQuillonCtrl::SetEditMask)),
             NotYetBuilt(DispProperty(u"XMLWrite", 43, VT_BSTR, &CQuillonCtrl::GetEmptyString, &CQuillonCtrl::SetEditMask)),
-            NotYetBuilt(DispProperty(u"ControlStyle", 44, VT_I2, &CQuillonCtrl::GetZero, &CQuillonCtrl::SetBorderType)),
+            DispProperty(u"ControlStyle", 44, VT_I2, &CQuillonCtrl::GetControlStyle, &CQuillonCtrl::SetControlStyle),
             DispProperty(u"PasswordChar", 45, VT_BSTR, &CQuillonCtrl::GetPasswordChar, &CQuillonCtrl::SetPasswordChar),
             DispProperty(u"Text", 46, VT_BSTR, &CQuillonCtrl::GetMaskedText, &CQuillonCtrl::SetMaskedText),
             DispMethod(u"CaretPosition", 47, VT_I2, &CQuillonCtrl::CaretPosition),

@@ -207,6 +207,6 @@ TEST_F(ControlTest, NotYetBuiltEntriesSaySo)
 {
     CControlSite* q = Create();
     EXPECT_EQ(q->Call(u"ReadFile", {COleVariant(u"x.xml"), COleVariant(SHORT(0))}, nullptr), E_NOTIMPL);
-    EXPECT_EQ(q->Put(u"ControlStyle", COleVariant(LONG(3))), E_NOTIMPL);
+    EXPECT_EQ(q->Call(u"WriteFile", {COleVariant(u"x.xml"), COleVariant(SHORT(0))}, nullptr), E_NOTIMPL);
     EXPECT_FALSE(q->IsDirty());
 }
