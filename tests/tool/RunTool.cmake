@@ -1,0 +1,22 @@
+# Runs TOOL with ARGS and checks its exit status, its standard output against STDOUT_FILE (whole,
+# when given) and its standard error against the pattern STDERR_MATCH (when given).
+execute_process(COMMAND ${TOOL} ${ARGS}
+  RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
+set(failed "")
+if(NOT "${status}" STREQUAL "${STATUS}")
+  string(APPEND failed "exit status ${status}, expected ${STATUS}\n")
+endif()
+if(STDOUT_FILE)
+  file(READ ${STDOUT_FILE} expected)
+  if(NOT out STREQUAL expected)
+    string(APPEND failed "standard output differs from ${STDOUT_FILE}\n--- expected\n${expected}--- actual\n${out}---\n")
+  endif()
+endif()
+if(DEFINED STDERR_MATCH AND NOT "${STDERR_MATCH}" STREQUAL "")
+  if(NOT err MATCHES "${STDERR_MATCH}")
+    string(APPEND failed "standard error does not match '${STDERR_MATCH}':\n${err}\n")
+  endif()
+endif()
+if(failed)
+  message(FATAL_ERROR "${TOOL} ${ARGS}\n${failed}")
+endif()

@@ -1,0 +1,3 @@
+// A script that does not compile.
+print("never printed");
+var x = ;
