@@ -53,6 +53,12 @@ void CQuillonCtrl::DrawControlFace(CDC* pDC, const CRect& rc)
         pDC->FillRect(&inner, &brush);
     }
     if (!IsEditShowing()) DrawFaceText(pDC, rc);
+    if (m_bSpinButton) {
+        DrawSpinButton(pDC, 1, rc);
+        DrawSpinButton(pDC, 2, rc);
+    }
+    if (m_bDropButton) DrawDropButton(pDC, rc);
+    // The border comes last, over the outer edge of the buttons.
     if (IsFaceActive()) DrawBorder(pDC, rc);
     if (!m_bFirstDrawFired && AmbientUserMode()) {
         m_bFirstDrawFired = TRUE;
