@@ -7,9 +7,6 @@
 namespace {
 const char kHostHandlersKey[] = DUK_HIDDEN_SYMBOL("hostHandlers");
 
-// Window-dependent calls (screen, focus, type, key, mouse, advance, pump, pixel, snapshot,
-// sysColor, loadPicture, fileDialog) join this object once the tool drives the window system.
-
 duk_ret_t FormBody(duk_context* ctx)
 {
     int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1);
@@ -129,6 +126,7 @@ void PushHostObject(duk_context* ctx)
     PutFunction(ctx, -1, "isDirty", &Guarded<IsDirtyBody>, 1);
     PutFunction(ctx, -1, "on", &Guarded<OnBody>, 2);
     DefineUserMode(ctx);
+    AddWindowCalls(ctx, -1);
 }
 
 void ListenToHost(duk_context* ctx, CHost& host)

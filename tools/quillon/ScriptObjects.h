@@ -5,6 +5,8 @@
 
 // The global host object: forms, ambient UserMode, persistence, host notifications.
 void PushHostObject(duk_context* ctx);
+// Adds the calls that go through the window system to the host object at idx.
+void AddWindowCalls(duk_context* ctx, duk_idx_t host);
 // Starts delivering the host's own notifications (PropertyChanged, Beep) to handlers set by host.on.
 void ListenToHost(duk_context* ctx, CHost& host);
 // A form: create and load controls on it.
