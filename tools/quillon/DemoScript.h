@@ -1,4 +1,0 @@
-// The script `quillon demo` runs.
-#pragma once
-
-extern const char* const kDemoScript;
