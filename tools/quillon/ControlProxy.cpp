@@ -180,8 +180,9 @@ void MakeControlObject(duk_context* ctx, CControlSite* site)
     PutFunction(ctx, -1, "toString", &ToStringBody, 0);
     PushProxyHandler(ctx);
     duk_push_proxy(ctx, 0);
-    site->SetEventHandler([ctx, site](const EventEntry& event, VARIANT* args, UINT count) {
-        Deliver(ctx, site, event, args, count);
+    site->SetEventHandler([ctx, site, alive = ScriptHostOf(ctx).AliveFlag()](const EventEntry& event, VARIANT* args,
+                                                                             UINT count) {
+        if (*alive) Deliver(ctx, site, event, args, count);
     });
 }
 } // namespace

@@ -81,6 +81,7 @@ CScriptHost::~CScriptHost()
     // control still exists; no event may reach a script function after that.
     m_host.m_onPropertyChanged = nullptr;
     m_host.m_onBeep = nullptr;
+    *m_pAlive = false;
     duk_destroy_heap(m_ctx);
     m_ctx = nullptr;
 }

@@ -2,6 +2,7 @@
 // controls reached by name through their dispatch interface, and events delivered to script functions.
 #pragma once
 #include <functional>
+#include <memory>
 #include <string>
 #include "host/Host.h"
 
@@ -34,6 +35,9 @@ public:
     bool HasHandlerError() const { return m_bHandlerError; }
     // Pushes the held error and forgets it.
     void TakeHandlerError();
+    // False once the script engine is gone: controls outlive it while the container closes them,
+    // and whatever they fire then must not reach it.
+    std::shared_ptr<const bool> AliveFlag() const { return m_pAlive; }
 
 private:
     void InstallGlobals();
@@ -44,6 +48,7 @@ private:
     PrintSink m_onPrint;
     std::string m_strError;
     bool m_bHandlerError = false;
+    std::shared_ptr<bool> m_pAlive = std::make_shared<bool>(true);
 };
 
 // The script host that a C function of the script runs under.

@@ -13,10 +13,10 @@ namespace {
 constexpr int kScriptFailed = 1;
 constexpr int kUsage = 2;
 
-int Usage(const char* problem)
+int Usage(const char* problem, FILE* out = stderr)
 {
     if (problem) std::fprintf(stderr, "quillon: %s\n", problem);
-    std::fprintf(stderr,
+    std::fprintf(out,
                  "usage: quillon run SCRIPT.js   run a script against the control in a container\n"
                  "       quillon demo            show masked formatting and events\n");
     return kUsage;
@@ -68,7 +68,7 @@ int main(int argc, char** argv)
         return RunScript(source, argv[2]);
     }
     if (command == "-h" || command == "--help" || command == "help") {
-        Usage(nullptr);
+        Usage(nullptr, stdout);
         return 0;
     }
     return Usage(("unknown command '" + command + "'").c_str());
