@@ -1,4 +1,5 @@
 // Block transfers (BitBlt, StretchBlt, PatBlt) with ternary raster operations and the mono/colour rules.
+#include <cstring>
 #include "gdi/blit_p.h"
 #include "gdi/raster_p.h"
 
@@ -113,8 +114,15 @@ void Range(int j, int n, int m, int* pa, int* pb)
 void CopyRows(const Blit& b, const RECT& rcDest, int sxOff, int syOff)
 {
     int n = rcDest.right - rcDest.left;
-    std::vector<uint32_t> S(static_cast<size_t>(n));
     bool bBottomUp = b.bSrc && b.s.pbm == b.t.pbm && syOff < 0;
+    if (b.idx == 0xCC && b.s.IsMono() == b.t.IsMono()) { // a plain copy between like surfaces: whole rows
+        for (int k = 0; k < rcDest.bottom - rcDest.top; ++k) {
+            int y = bBottomUp ? rcDest.bottom - 1 - k : rcDest.top + k;
+            std::memmove(b.t.pbm->Row(y) + rcDest.left, b.s.pbm->Row(y + syOff) + rcDest.left + sxOff, n * sizeof(uint32_t));
+        }
+        return;
+    }
+    std::vector<uint32_t> S(static_cast<size_t>(n));
     for (int k = 0; k < rcDest.bottom - rcDest.top; ++k) {
         int y = bBottomUp ? rcDest.bottom - 1 - k : rcDest.top + k;
         if (b.bSrc) {

@@ -18,9 +18,29 @@ const Brush* ResolveBrush(HBRUSH hbr)
 
 RECT ToSurface(const Target& t, int l, int tp, int r, int b) { return RECT{l + t.dx, tp + t.dy, r + t.dx, b + t.dy}; }
 
+// Straight lines are spans of the same pixels the stepping would give, written at once.
+bool StraightLine(const Target& t, POINT a, POINT b, uint32_t px)
+{
+    if (a.y == b.y) {
+        long x0 = a.x < b.x ? a.x : b.x + 1, x1 = a.x < b.x ? b.x : a.x + 1;
+        x0 = std::max<long>(x0, t.clip.left), x1 = std::min<long>(x1, t.clip.right);
+        if (a.y >= t.clip.top && a.y < t.clip.bottom && x0 < x1) std::fill(t.pbm->Row(a.y) + x0, t.pbm->Row(a.y) + x1, px);
+        return true;
+    }
+    if (a.x == b.x) {
+        long y0 = a.y < b.y ? a.y : b.y + 1, y1 = a.y < b.y ? b.y : a.y + 1;
+        y0 = std::max<long>(y0, t.clip.top), y1 = std::min<long>(y1, t.clip.bottom);
+        if (a.x >= t.clip.left && a.x < t.clip.right)
+            for (long y = y0; y < y1; ++y) t.pbm->Row(y)[a.x] = px;
+        return true;
+    }
+    return false;
+}
+
 void Line(const Target& t, POINT a, POINT b, uint32_t px)
 {
     a.x += t.dx, a.y += t.dy, b.x += t.dx, b.y += t.dy;
+    if (StraightLine(t, a, b, px)) return;
     LinePixels(a, b, [&](long x, long y) { Plot(t, static_cast<int>(x), static_cast<int>(y), px); });
 }
 
