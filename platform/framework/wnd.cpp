@@ -31,12 +31,13 @@ class CTempWnd : public CWnd {};
 const CWnd CWnd::wndTop;
 const CWnd CWnd::wndTopMost;
 
+// An object that dies first takes its window with it; a temporary wrapper only lets go of it.
 CWnd::~CWnd()
 {
-    if (m_hWnd) {
+    if (m_hWnd && FromHandlePermanent(m_hWnd) == this) {
         HWND h = m_hWnd;
         Detach();
-        ::DestroyWindow(h); // an object that dies first takes its window with it
+        ::DestroyWindow(h);
     }
 }
 

@@ -160,3 +160,73 @@ TEST_F(Face, GoldenFacesByBorderKind)
         DeleteObject(shot);
     }
 }
+
+TEST_F(Face, GoldenFacesWithButtons)
+{
+    struct Look { const char* name; LONG style; LONG fill; LONG arrow; bool pressSpin; bool disabled; };
+    const Look looks[] = {
+        {"buttons_regular", 0, 0, 0, false, false},  {"buttons_modern_gradient", 1, 1, 1, false, false},
+        {"buttons_regular_diamond", 0, 7, 2, false, false}, {"buttons_modern_vertedge", 1, 12, 3, false, false},
+        {"buttons_disabled", 0, 0, 0, false, true},
+    };
+    for (const auto& look : looks) {
+        CControlSite* q = Create();
+        Put(q, u"SpinButton", COleVariant(SHORT(1), VT_BOOL));
+        Put(q, u"DropButton", COleVariant(SHORT(1), VT_BOOL));
+        Put(q, u"ButtonStyle", COleVariant(look.style));
+        Put(q, u"ButtonFillType", COleVariant(look.fill));
+        Put(q, u"ArrowType", COleVariant(look.arrow));
+        Put(q, u"DropBackColorTo", COleVariant(LONG(0xC08040)));
+        Put(q, u"SpinBackColorTo", COleVariant(LONG(0x4080C0)));
+        Put(q, u"Text", COleVariant(u"12.50"));
+        if (look.disabled) Put(q, u"Enabled", COleVariant(SHORT(0), VT_BOOL));
+        m_host.Pump();
+        HBITMAP shot = Shot(q);
+        ExpectMatchesGolden(shot, look.name);
+        DeleteObject(shot);
+    }
+}
+
+TEST_F(Face, GoldenPresets)
+{
+    const char* names[] = {"preset_default", "preset_flat", "preset_xpblue", "preset_xpolive", "preset_vistablue"};
+    for (LONG style = 1; style <= 5; ++style) {
+        CControlSite* q = Create();
+        Put(q, u"SpinButton", COleVariant(SHORT(1), VT_BOOL));
+        Put(q, u"DropButton", COleVariant(SHORT(1), VT_BOOL));
+        Put(q, u"ControlStyle", COleVariant(style));
+        Put(q, u"Text", COleVariant(u"Preset"));
+        m_host.Pump();
+        HBITMAP shot = Shot(q);
+        ExpectMatchesGolden(shot, names[style - 1]);
+        DeleteObject(shot);
+    }
+}
+
+TEST_F(Face, GoldenPictureOnTheDropButton)
+{
+    // A 9 by 7 arrow-like bitmap: blue on the mask colour, so that the mask shows through.
+    HBITMAP bm = CreateBitmap(9, 7, 1, 32, nullptr);
+    DWORD* px = GdiBitmapPixels(bm);
+    for (int y = 0; y < 7; ++y)
+        for (int x = 0; x < 9; ++x) px[y * 9 + x] = (x >= y && x < 9 - y) ? 0x0000C0 : 0xFF00FF;
+    CPictureHolder pic;
+    ASSERT_TRUE(pic.CreateFromBitmap(bm, nullptr, TRUE));
+    const char* names[] = {"picture_plain", "picture_masked", "picture_embossed"};
+    for (int kind = 0; kind < 3; ++kind) {
+        CControlSite* q = Create();
+        Put(q, u"DropButton", COleVariant(SHORT(1), VT_BOOL));
+        Put(q, u"DropWidth", COleVariant(LONG(20)));
+        COleVariant disp(static_cast<IDispatch*>(nullptr));
+        disp.pdispVal = pic.GetPictureDispatch();
+        Put(q, u"DropPicture", disp);
+        Put(q, u"MaskColor", COleVariant(LONG(0xFF00FF)));
+        Put(q, u"MaskBitmap", COleVariant(SHORT(kind == 1), VT_BOOL));
+        Put(q, u"EmbossBitmap", COleVariant(SHORT(kind == 2), VT_BOOL));
+        if (kind == 2) Put(q, u"Enabled", COleVariant(SHORT(0), VT_BOOL));
+        m_host.Pump();
+        HBITMAP shot = Shot(q);
+        ExpectMatchesGolden(shot, names[kind]);
+        DeleteObject(shot);
+    }
+}
