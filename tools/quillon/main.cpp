@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <unistd.h>
 #include "ScriptHost.h"
 #include "com/objbase.h"
 #include "server/QuillonApp.h"
@@ -17,8 +18,8 @@ int Usage(const char* problem, FILE* out = stderr)
 {
     if (problem) std::fprintf(stderr, "quillon: %s\n", problem);
     std::fprintf(out,
-                 "usage: quillon run SCRIPT.js   run a script against the control in a container\n"
-                 "       quillon demo            show masked formatting and events\n");
+                 "usage: quillon run SCRIPT.js         run a script against the control in a container\n"
+                 "       quillon demo [GALLERY.png]   show masked formatting and events, and write a gallery of looks\n");
     return kUsage;
 }
 
@@ -30,6 +31,25 @@ bool ReadFile(const char* path, std::string& text)
     buf << in.rdbuf();
     text = buf.str();
     return !in.bad();
+}
+
+// A string as a script literal.
+std::string Quoted(const std::string& text)
+{
+    std::string out = "\"";
+    for (char c : text) out += (c == '"' || c == '\\') ? std::string("\\") + c : std::string(1, c);
+    return out + "\"";
+}
+
+// The demo's two settings, on its first line so that its line numbers stay those of demo.js: where
+// the gallery goes, and the picture that ships beside the program.
+std::string DemoPrelude(const std::string& galleryPath)
+{
+    char exe[4096];
+    ssize_t n = ::readlink("/proc/self/exe", exe, sizeof exe - 1);
+    std::string dir = n > 0 ? std::string(exe, static_cast<size_t>(n)) : std::string();
+    dir = dir.substr(0, dir.find_last_of('/') + 1);
+    return "var galleryPath = " + Quoted(galleryPath) + ", demoPicture = " + Quoted(dir + "arrow.bmp") + "; ";
 }
 
 int RunScript(const std::string& source, const std::string& name)
@@ -55,8 +75,8 @@ int main(int argc, char** argv)
     if (argc < 2) return Usage(nullptr);
     std::string command = argv[1];
     if (command == "demo") {
-        if (argc != 2) return Usage("demo takes no arguments");
-        return RunScript(kDemoScript, "demo.js");
+        if (argc > 3) return Usage("demo takes at most the gallery's file name");
+        return RunScript(DemoPrelude(argc == 3 ? argv[2] : "quillon-gallery.png") + kDemoScript, "demo.js");
     }
     if (command == "run") {
         if (argc != 3) return Usage(argc < 3 ? "run needs a script" : "run takes one script");
