@@ -2,6 +2,7 @@
 // text and selection moved at each change of focus, mouse events relayed with the inset offset.
 #include "Harness.h"
 #include "control/QuillonCtrl.h"
+#include "gdi/wingdi.h"
 #include "user/winuser.h"
 
 namespace {
@@ -137,4 +138,57 @@ TEST_F(EditFocus, FirstDrawOnceAfterLoad)
     Put(q, u"BorderColor", COleVariant(LONG(5)));
     m_host.Pump();
     ExpectSequence({}, TakeLog());
+}
+
+TEST_F(EditFocus, EditColoursFollowTheStockColours)
+{
+    CControlSite* q = Create();
+    Put(q, u"Text", COleVariant(u"abc"));
+    m_host.Focus(*q);
+    CRect rc;
+    ::GetWindowRect(EditOf(q), &rc);
+    EXPECT_EQ(m_host.Pixel(rc.right - 3, rc.top + 2), RGB(0xFF, 0xFF, 0xFF));
+    Put(q, u"BackColor", COleVariant(LONG(0x00FFFF)));
+    ::InvalidateRect(EditOf(q), nullptr, TRUE);
+    EXPECT_EQ(m_host.Pixel(rc.right - 3, rc.top + 2), RGB(0xFF, 0xFF, 0)) << "the edit asks again at its next paint";
+}
+
+TEST_F(EditFocus, DesignModeDrawsIntoTheContainersDcAtItsCoordinates)
+{
+    m_host.m_bUserMode = FALSE;
+    CControlSite* q = Create();
+    Put(q, u"EditMask", COleVariant(u"##-##"));
+    HDC dc = CreateCompatibleDC(nullptr);
+    HBITMAP bm = CreateBitmap(200, 100, 1, 32, nullptr);
+    HGDIOBJ old = SelectObject(dc, bm);
+    GdiSetDrawLog(TRUE);
+    q->DrawInto(dc); // the site's rectangle on the form: (10, 10) to (130, 34)
+    std::vector<std::string> log = GdiGetDrawLog();
+    GdiSetDrawLog(FALSE);
+    SelectObject(dc, old);
+    DeleteObject(bm);
+    DeleteDC(dc);
+    ASSERT_GE(log.size(), 2u);
+    EXPECT_EQ(log[0], "FillRect 10,10,130,34 #FFFFFF") << "no buffer: straight into the container's DC";
+    bool maskDrawn = false;
+    for (const auto& line : log) maskDrawn |= line.rfind("DrawText 13,13,", 0) == 0 && line.find("\"##-##\"") != std::string::npos;
+    EXPECT_TRUE(maskDrawn) << "the mask shows at container coordinates";
+}
+
+TEST_F(EditFocus, PreTranslationSendsNavigationKeysToTheirWindows)
+{
+    CControlSite* q = Create();
+    Put(q, u"Text", COleVariant(u"abcd"));
+    m_host.Focus(*q);
+    Call(q, u"SetSel", {COleVariant(SHORT(2)), COleVariant(SHORT(2)), COleVariant(SHORT(0), VT_BOOL)});
+    TakeLog();
+    m_host.Key(VK_LEFT);
+    EXPECT_EQ(Call(q, u"SelStart").iVal, 1) << "Left reaches the edit";
+    m_host.Key(VK_RETURN);
+    ExpectSequence({"KeyDown 37 0", "KeyUp 37 0", "KeyDown 13 0", "KeyUp 13 0"}, TakeLog());
+    EXPECT_EQ(GetText(q, u"Text"), u"abcd") << "Return never became a character";
+
+    m_host.m_bUserMode = FALSE;
+    m_host.Key(VK_DELETE);
+    EXPECT_EQ(CWnd::FromHandle(EditOf(q))->GetWindowText(), u"abcd") << "design mode swallows Delete";
 }
