@@ -13,6 +13,18 @@ DispEntry NotYetBuilt(DispEntry e)
     return e;
 }
 
+// A property whose get already gives its fixed value and whose put waits for its part.
+template <class R>
+DispEntry PendingPut(const char16_t* name, DISPID dispid, VARTYPE vt, R (CQuillonCtrl::*get)())
+{
+    DispEntry e = MakeDispEntry(name, dispid, DISPATCH_PROPERTYGET | DISPATCH_PROPERTYPUT, vt);
+    e.get = [get, vt](CCmdTarget* t, VARIANT* out) {
+        DispToVariant((static_cast<CQuillonCtrl*>(t)->*get)(), vt, out);
+        return S_OK;
+    };
+    return NotYetBuilt(std::move(e));
+}
+
 DispEntry PendingMethod(const char16_t* name, DISPID dispid, VARTYPE vtResult, std::vector<VARTYPE> params = {})
 {
     DispEntry e = MakeDispEntry(name, dispid, DISPATCH_METHOD, vtResult);
@@ -86,8 +98,8 @@ const CDispatchMap& CQuillonCtrl::GetDispatchMap() const
             COLOR_A(u"ScrollBackColor", 39, m_clrScrollBack),
             COLOR_A(u"ScrollBackColorTo", 40, m_clrScrollBackTo),
             COLOR_A(u"ScrollForeColor", 41, m_clrScrollFore),
-            NotYetBuilt(DispProperty(u"XMLRead", 42, VT_BSTR, &CQuillonCtrl::GetEmptyString, &CQuillonCtrl::SetEditMask)),
-            NotYetBuilt(DispProperty(u"XMLWrite", 43, VT_BSTR, &CQuillonCtrl::GetEmptyString, &CQuillonCtrl::SetEditMask)),
+            PendingPut(u"XMLRead", 42, VT_BSTR, &CQuillonCtrl::GetEmptyString),
+            PendingPut(u"XMLWrite", 43, VT_BSTR, &CQuillonCtrl::GetEmptyString),
             DispProperty(u"ControlStyle", 44, VT_I2, &CQuillonCtrl::GetControlStyle, &CQuillonCtrl::SetControlStyle),
             DispProperty(u"PasswordChar", 45, VT_BSTR, &CQuillonCtrl::GetPasswordChar, &CQuillonCtrl::SetPasswordChar),
             DispProperty(u"Text", 46, VT_BSTR, &CQuillonCtrl::GetMaskedText, &CQuillonCtrl::SetMaskedText),
@@ -104,7 +116,7 @@ const CDispatchMap& CQuillonCtrl::GetDispatchMap() const
             PendingMethod(u"ReadFile", 57, VT_BOOL, {VT_BSTR, VT_I2}),
             PendingMethod(u"WriteFile", 58, VT_BOOL, {VT_BSTR, VT_I2}),
             PendingMethod(u"ReadXMLString", 59, VT_BSTR, {VT_I2}),
-            NotYetBuilt(DispProperty(u"PropertyPages", 60, VT_I2, &CQuillonCtrl::GetZero, &CQuillonCtrl::SetBorderType)),
+            PendingPut(u"PropertyPages", 60, VT_I2, &CQuillonCtrl::GetZero),
             DispMethod(u"EditHwnd", 61, VT_I4, &CQuillonCtrl::EditHwnd),
         };
         // _Text, the default value (dispid 0), is the control's text.
