@@ -33,7 +33,35 @@ struct Match {
     int nSlant = FC_SLANT_ROMAN;
 };
 
-// Face name -> font file, as fontconfig would pick for that family, weight and slant.
+// The fonts the project's setup installs (fonts-dejavu-core, fonts-liberation2). Stand-in: a face
+// resolves within these alone, whatever else the machine has, so that text has the same pixels on
+// every machine; fontconfig's own order and aliases (Arial to Liberation Sans) still decide.
+bool IsPinnedFont(const std::string& strFile)
+{
+    static const char* const kDirs[] = {"/usr/share/fonts/truetype/dejavu/", "/usr/share/fonts/truetype/liberation2/"};
+    static const char* const kDejaVuCore[] = {"DejaVuSans.ttf", "DejaVuSans-Bold.ttf", "DejaVuSansMono.ttf",
+                                              "DejaVuSansMono-Bold.ttf", "DejaVuSerif.ttf", "DejaVuSerif-Bold.ttf"};
+    if (strFile.rfind(kDirs[1], 0) == 0) return true;
+    if (strFile.rfind(kDirs[0], 0) != 0) return false;
+    std::string name = strFile.substr(std::string(kDirs[0]).size());
+    for (const char* core : kDejaVuCore)
+        if (name == core) return true;
+    return false;
+}
+
+bool ReadMatch(FcPattern* font, Match* pm)
+{
+    FcChar8* file = nullptr;
+    if (FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch) return false;
+    pm->strFile = reinterpret_cast<const char*>(file);
+    FcPatternGetInteger(font, FC_INDEX, 0, &pm->nIndex);
+    FcPatternGetInteger(font, FC_WEIGHT, 0, &pm->nWeight);
+    FcPatternGetInteger(font, FC_SLANT, 0, &pm->nSlant);
+    return true;
+}
+
+// Face name -> font file: the first of fontconfig's choices for that family, weight and slant that
+// is a pinned font; fontconfig's best match when none is.
 bool Resolve(const std::string& strFace, bool bBold, bool bItalic, Match* pm)
 {
     FcPattern* pat = FcPatternCreate();
@@ -44,19 +72,24 @@ bool Resolve(const std::string& strFace, bool bBold, bool bItalic, Match* pm)
     FcConfigSubstitute(nullptr, pat, FcMatchPattern);
     FcDefaultSubstitute(pat);
     FcResult res;
-    FcPattern* found = FcFontMatch(nullptr, pat, &res);
-    FcPatternDestroy(pat);
-    if (!found)
-        return false;
-    FcChar8* file = nullptr;
-    bool bOk = FcPatternGetString(found, FC_FILE, 0, &file) == FcResultMatch;
-    if (bOk) {
-        pm->strFile = reinterpret_cast<const char*>(file);
-        FcPatternGetInteger(found, FC_INDEX, 0, &pm->nIndex);
-        FcPatternGetInteger(found, FC_WEIGHT, 0, &pm->nWeight);
-        FcPatternGetInteger(found, FC_SLANT, 0, &pm->nSlant);
+    bool bOk = false;
+    if (FcFontSet* sorted = FcFontSort(nullptr, pat, FcFalse, nullptr, &res)) {
+        for (int i = 0; i < sorted->nfont && !bOk; ++i) {
+            Match m;
+            if (ReadMatch(sorted->fonts[i], &m) && IsPinnedFont(m.strFile)) {
+                FcPattern* rendered = FcFontRenderPrepare(nullptr, pat, sorted->fonts[i]);
+                bOk = rendered && ReadMatch(rendered, pm);
+                if (rendered) FcPatternDestroy(rendered);
+            }
+        }
+        FcFontSetDestroy(sorted);
     }
-    FcPatternDestroy(found);
+    if (!bOk) {
+        FcPattern* found = FcFontMatch(nullptr, pat, &res);
+        bOk = found && ReadMatch(found, pm);
+        if (found) FcPatternDestroy(found);
+    }
+    FcPatternDestroy(pat);
     return bOk;
 }
 
