@@ -9,7 +9,7 @@
 
 class CHost;
 
-class CControlSite : public IOleClientSite, public IPropertyNotifySink, public IDispatch {
+class CControlSite final : public IOleClientSite, public IPropertyNotifySink, public IDispatch {
 public:
     // An event as the sink heard it: arguments in declaration order, by-reference ones writable.
     using EventHandler = std::function<void(const EventEntry& event, VARIANT* args, UINT count)>;

@@ -13,7 +13,7 @@ namespace gdi {
 // table so that leaks of them are counted too.
 constexpr int kObjIcon = 0x100;
 
-struct Font;  // realised font (fonts_p.h)
+class Font;  // realised font (fonts_p.h)
 
 struct Object {
     int m_nType = 0;
