@@ -1,4 +1,6 @@
 // The OLE standard font object: IFont, its dispatch interface, persistence and change notification.
+#include <algorithm>
+#include <cmath>
 #include <vector>
 #include "gdi/wingdi.h"
 #include "dispnames.h"
@@ -27,7 +29,9 @@ struct FontState {
 HFONT MakeFont(const FontState& s)
 {
     LOGFONT lf{};
-    lf.lfHeight = -static_cast<LONG>((s.size.int64 * 96 + 72 * 5000) / (72 * 10000));
+    // Sizes beyond what a font can have (a damaged store) are held to 32767 pixels.
+    double pixels = std::round(static_cast<double>(s.size.int64) * 96.0 / (72.0 * 10000.0));
+    lf.lfHeight = -static_cast<LONG>(std::clamp(pixels, -32767.0, 32767.0));
     lf.lfWeight = s.weight;
     lf.lfItalic = s.italic ? 1 : 0;
     lf.lfUnderline = s.underline ? 1 : 0;

@@ -50,7 +50,11 @@ HBITMAP LoadBitmap(IStream* stm)
     if (StreamRead(stm, &d.width, sizeof d.width) != S_OK || StreamRead(stm, &d.height, sizeof d.height) != S_OK ||
         StreamRead(stm, &d.bitsPixel, sizeof d.bitsPixel) != S_OK || StreamRead(stm, &n, sizeof n) != S_OK)
         return nullptr;
-    if (d.width <= 0 || d.height <= 0 || d.width > 32767 || d.height > 32767 || n > (1u << 30)) return nullptr;
+    // A damaged stream must not make a picture of a size its bits do not have.
+    if (d.width <= 0 || d.height <= 0 || d.width > 32767 || d.height > 32767 || (d.bitsPixel != 1 && d.bitsPixel != 32))
+        return nullptr;
+    uint64_t rowBytes = d.bitsPixel == 1 ? ((static_cast<uint64_t>(d.width) + 15) / 16) * 2 : static_cast<uint64_t>(d.width) * 4;
+    if (n != rowBytes * static_cast<uint64_t>(d.height)) return nullptr;
     d.bits.resize(n);
     if (n && StreamRead(stm, d.bits.data(), n) != S_OK) return nullptr;
     HBITMAP hbm = CreateBitmap(d.width, d.height, 1, d.bitsPixel, nullptr);

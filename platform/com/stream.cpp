@@ -85,7 +85,11 @@ HRESULT StreamReadString(IStream* pStm, CString& s)
     uint32_t n = 0;
     HRESULT hr = StreamRead(pStm, &n, sizeof n);
     if (hr != S_OK) return hr;
-    if (n > (1u << 28)) return S_FALSE; // a length no stored string can have: the stream is damaged
+    uint64_t here = 0, end = 0;
+    pStm->Seek(0, STREAM_SEEK_CUR, &here);
+    pStm->Seek(0, STREAM_SEEK_END, &end);
+    pStm->Seek(static_cast<LONGLONG>(here), STREAM_SEEK_SET, nullptr);
+    if (n > (end - here) / sizeof(char16_t)) return S_FALSE; // longer than what is left: the stream is damaged
     std::u16string text(n, u'\0');
     hr = StreamRead(pStm, text.data(), n * sizeof(char16_t));
     if (hr == S_OK) s = CString(std::move(text));

@@ -137,8 +137,8 @@ HRESULT ParseText(const std::u16string& text, Scalar& s)
 HRESULT ToInteger(const Scalar& s, long long lo, long long hi, long long& out)
 {
     double d = s.kind == Scalar::Real ? RoundHalfEven(s.d) : static_cast<double>(s.i);
+    if (s.kind == Scalar::Real && !(d >= static_cast<double>(lo) && d <= static_cast<double>(hi))) return DISP_E_OVERFLOW;
     long long v = s.kind == Scalar::Real ? static_cast<long long>(d) : s.i;
-    if (s.kind == Scalar::Real && (d < static_cast<double>(lo) || d > static_cast<double>(hi))) return DISP_E_OVERFLOW;
     if (v < lo || v > hi) return DISP_E_OVERFLOW;
     out = v;
     return S_OK;
@@ -196,6 +196,7 @@ HRESULT DefaultValue(IDispatch* p, VARIANT& out)
 HRESULT ChangeFromObject(VARIANT* dst, const VARIANT& src, USHORT flags, VARTYPE vt)
 {
     if (vt == VT_DISPATCH || vt == VT_UNKNOWN) {
+        if (src.vt != VT_DISPATCH && src.vt != VT_UNKNOWN) return DISP_E_TYPEMISMATCH; // no value becomes an object
         if (!src.punkVal) { VARIANT r; VariantInit(&r); r.vt = vt; VariantClear(dst); *dst = r; return S_OK; }
         void* p = nullptr;
         HRESULT hr = src.punkVal->QueryInterface(vt == VT_DISPATCH ? IID_IDispatch : IID_IUnknown, &p);

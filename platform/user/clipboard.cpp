@@ -14,11 +14,21 @@ struct Block { size_t cb; };
 
 Block* HeaderOf(HGLOBAL h) { return h ? reinterpret_cast<Block*>(static_cast<char*>(h) - sizeof(Block)) : nullptr; }
 
+void FreeBlock(HGLOBAL h);
+
 struct Clipboard {
     bool bOpen = false;
     HWND hwndOwner = nullptr;
     std::map<UINT, HGLOBAL> data;
+    Clipboard() = default;
+    Clipboard& operator=(Clipboard&&) = default;
+    ~Clipboard() // what is still on the clipboard when the process ends is freed with it
+    {
+        for (auto& entry : data) FreeBlock(entry.second);
+    }
 };
+
+void FreeBlock(HGLOBAL h) { std::free(h ? static_cast<char*>(h) - sizeof(Block) : nullptr); }
 
 Clipboard& C()
 {

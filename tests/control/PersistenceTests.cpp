@@ -231,3 +231,18 @@ TEST(ControlState, InsetsTemplateAndTruthValues)
     EXPECT_EQ(ctrl->m_nPicWidth, 0);
     ctrl->Release();
 }
+
+// A damaged store gives the defaults where it is damaged and loses nothing else.
+TEST_F(ControlTest, DamagedStoresLoadWhatTheyCan)
+{
+    CControlSite* q = Load(u"Font = Arial\nDropPicture = {object} 12\nBorderType = many\nEditMask = \"##\"\n");
+    COleVariant font = Get(q, u"Font");
+    ASSERT_EQ(font.vt, VT_DISPATCH);
+    EXPECT_NE(font.pdispVal, nullptr) << "the ambient font stands in for a font that is not one";
+    EXPECT_EQ(GetLong(q, u"BorderType"), 3);
+    EXPECT_EQ(GetText(q, u"EditMask"), u"##");
+    std::vector<BYTE> noise(200, 0xA5);
+    CControlSite* r = Create();
+    EXPECT_EQ(r->LoadStream(noise), S_OK);
+    EXPECT_FALSE(r->SaveStream().empty());
+}
