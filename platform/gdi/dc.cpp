@@ -156,37 +156,26 @@ BOOL RestoreDC(HDC hdc, int nSavedDC)
     return TRUE;
 }
 
-COLORREF SetTextColor(HDC hdc, COLORREF color)
+namespace {
+
+// One of the DC's colours: swapped for the new one, or read; CLR_INVALID for a bad DC.
+COLORREF SwapColor(HDC hdc, COLORREF DcState::*member, const COLORREF* pNew)
 {
     Dc* pdc = GetDc(hdc);
     if (!pdc)
         return CLR_INVALID;
-    COLORREF old = pdc->m_st.m_clrText;
-    pdc->m_st.m_clrText = color & 0xFFFFFF;
+    COLORREF old = pdc->m_st.*member;
+    if (pNew)
+        pdc->m_st.*member = *pNew & 0xFFFFFF;
     return old;
 }
 
-COLORREF GetTextColor(HDC hdc)
-{
-    Dc* pdc = GetDc(hdc);
-    return pdc ? pdc->m_st.m_clrText : CLR_INVALID;
-}
+}  // namespace
 
-COLORREF SetBkColor(HDC hdc, COLORREF color)
-{
-    Dc* pdc = GetDc(hdc);
-    if (!pdc)
-        return CLR_INVALID;
-    COLORREF old = pdc->m_st.m_clrBk;
-    pdc->m_st.m_clrBk = color & 0xFFFFFF;
-    return old;
-}
-
-COLORREF GetBkColor(HDC hdc)
-{
-    Dc* pdc = GetDc(hdc);
-    return pdc ? pdc->m_st.m_clrBk : CLR_INVALID;
-}
+COLORREF SetTextColor(HDC hdc, COLORREF color) { return SwapColor(hdc, &DcState::m_clrText, &color); }
+COLORREF GetTextColor(HDC hdc) { return SwapColor(hdc, &DcState::m_clrText, nullptr); }
+COLORREF SetBkColor(HDC hdc, COLORREF color) { return SwapColor(hdc, &DcState::m_clrBk, &color); }
+COLORREF GetBkColor(HDC hdc) { return SwapColor(hdc, &DcState::m_clrBk, nullptr); }
 
 int SetBkMode(HDC hdc, int mode)
 {

@@ -52,6 +52,25 @@ std::string PointsText(const POINT* apt, int cpt)
     return s;
 }
 
+// The target, pen and brush of a filled shape, with its log line ("Name <what> <colours>").
+struct Shape {
+    Target t;
+    const Pen* pPen = nullptr;
+    const Brush* pBrush = nullptr;
+};
+
+template <class What>
+bool BeginShape(HDC hdc, const char* name, What what, Shape* ps)
+{
+    if (!Prepare(hdc, &ps->t))
+        return false;
+    ps->pPen = CurPen(ps->t);
+    ps->pBrush = CurBrush(ps->t);
+    if (g_bDrawLog)
+        LogLine(std::string(name) + " " + what() + " " + FillColorsText(ps->pBrush, ps->pPen));
+    return true;
+}
+
 long long CeilDiv(long long a, long long b)
 {
     if (b < 0)
@@ -200,13 +219,12 @@ BOOL Polyline(HDC hdc, const POINT* apt, int cpt)
 
 BOOL Polygon(HDC hdc, const POINT* apt, int cpt)
 {
-    Target t;
-    if (!apt || cpt < 2 || !Prepare(hdc, &t))
+    Shape shape;
+    if (!apt || cpt < 2 || !BeginShape(hdc, "Polygon", [&] { return PointsText(apt, cpt); }, &shape))
         return FALSE;
-    const Pen* pPen = CurPen(t);
-    const Brush* pBrush = CurBrush(t);
-    if (g_bDrawLog)
-        LogLine("Polygon " + PointsText(apt, cpt) + " " + FillColorsText(pBrush, pPen));
+    const Target& t = shape.t;
+    const Pen* pPen = shape.pPen;
+    const Brush* pBrush = shape.pBrush;
     FillPolygon(t, apt, cpt, BrushPaint(t, pBrush));
     uint32_t px;
     if (PenPixel(t, pPen, &px)) {
@@ -218,13 +236,12 @@ BOOL Polygon(HDC hdc, const POINT* apt, int cpt)
 
 BOOL Rectangle(HDC hdc, int left, int top, int right, int bottom)
 {
-    Target t;
-    if (!Prepare(hdc, &t))
+    Shape shape;
+    if (!BeginShape(hdc, "Rectangle", [&] { return RectText(left, top, right, bottom); }, &shape))
         return FALSE;
-    const Pen* pPen = CurPen(t);
-    const Brush* pBrush = CurBrush(t);
-    if (g_bDrawLog)
-        LogLine("Rectangle " + RectText(left, top, right, bottom) + " " + FillColorsText(pBrush, pPen));
+    const Target& t = shape.t;
+    const Pen* pPen = shape.pPen;
+    const Brush* pBrush = shape.pBrush;
     Normalize(&left, &top, &right, &bottom);
     // Right and bottom are exclusive; the interior is filled one pixel short of them, so that with
     // NULL_PEN the filled area is one pixel narrower and shorter, as on the real platform.
@@ -245,13 +262,12 @@ BOOL Rectangle(HDC hdc, int left, int top, int right, int bottom)
 
 BOOL Ellipse(HDC hdc, int left, int top, int right, int bottom)
 {
-    Target t;
-    if (!Prepare(hdc, &t))
+    Shape shape;
+    if (!BeginShape(hdc, "Ellipse", [&] { return RectText(left, top, right, bottom); }, &shape))
         return FALSE;
-    const Pen* pPen = CurPen(t);
-    const Brush* pBrush = CurBrush(t);
-    if (g_bDrawLog)
-        LogLine("Ellipse " + RectText(left, top, right, bottom) + " " + FillColorsText(pBrush, pPen));
+    const Target& t = shape.t;
+    const Pen* pPen = shape.pPen;
+    const Brush* pBrush = shape.pBrush;
     Normalize(&left, &top, &right, &bottom);
     Paint brush = BrushPaint(t, pBrush);
     uint32_t px;

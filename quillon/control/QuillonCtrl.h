@@ -153,7 +153,7 @@ public:
     DECLARE_MESSAGE_MAP()
 
 private:
-    void SetDefaults();
+    void ApplyResetDifferences();
     void ResetRunTimeState();
     void SetEditText(const CString& text);
 

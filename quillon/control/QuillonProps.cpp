@@ -84,7 +84,7 @@ void CQuillonCtrl::OnResetState()
 {
     COleControl::OnResetState();
     m_picDrop.CreateEmpty();
-    SetDefaults();
+    ApplyResetDifferences();
     m_bItemsDirty = TRUE;
     ResetRunTimeState();
     SetBackColor(0x80000005);
@@ -93,42 +93,12 @@ void CQuillonCtrl::OnResetState()
     if (AmbientUserMode()) BuildLiteral();
 }
 
-// The table's defaults once more by name, except that the drop and spin glyphs start black.
-void CQuillonCtrl::SetDefaults()
+// The reset direction of the exchange has just given every member its table default; the reset
+// differs from it only here: the drop and spin glyphs start black, and the strings empty.
+void CQuillonCtrl::ApplyResetDifferences()
 {
-    m_clrBack = 0x80000005;
-    m_clrFore = 0x80000012;
-    m_clrBorder = 0;
-    m_clrDropBack = 0x8000000F;
-    m_clrDropBackTo = 0xFFFFFF;
     m_clrDropFore = 0;
-    m_clrSpinBack = 0x8000000F;
-    m_clrSpinBackTo = 0xFFFFFF;
     m_clrSpinFore = 0;
-    m_clrDisabled = 0x808080;
-    m_clrMask = 0xFF0000;
-    m_clrScrollBack = 0x80000003;
-    m_clrScrollBackTo = 0x80000013;
-    m_clrScrollFore = 0x80000009;
-    m_nBorderType = BorderLowered;
-    m_nArrowType = ArrowSmall;
-    m_nCaseType = CaseNone;
-    m_nAlignment = AlignLeft;
-    m_nDisplayStyle = DisplayRegular;
-    m_nAutoComplete = AutoNone;
-    m_nScrollStyle = ScrollRegular;
-    m_nButtonFillType = FillSolid;
-    m_nButtonStyle = ButtonRegular;
-    m_nDropWidth = 16;
-    m_nSpinWidth = 16;
-    m_nButtonBevel = 1;
-    m_nInitialDelay = 200;
-    m_nRepeatRate = 50;
-    m_nPicXOffset = m_nPicYOffset = m_nListOffset = 0;
-    m_nAutoFindSize = 5;
-    m_bDropButton = m_bSpinButton = m_bSelectOnFocus = m_bMaskBitmap = m_bEmbossBitmap = FALSE;
-    m_bUseMaskChars = TRUE;
-    m_bMatchCase = m_bSorted = m_bReverseBorder = FALSE;
     m_strEditMask.Empty();
     m_strText.Empty();
     m_strLiteral.Empty();
