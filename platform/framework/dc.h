@@ -105,6 +105,26 @@ protected:
     BOOL m_bOwned = FALSE;
 };
 
+// Selects an object into a DC for the length of a scope, and puts back what it displaced.
+class CSelectObject {
+public:
+    CSelectObject(CDC* pDC, CGdiObject* pObject) : CSelectObject(pDC, pObject->m_hObject) {}
+    CSelectObject(CDC* pDC, HGDIOBJ hObject) : m_pDC(pDC), m_hOld(pDC->SelectObject(hObject)) {}
+    // Puts back at the end of the scope what a selection made elsewhere displaced (SelectStockFont).
+    static CSelectObject Restoring(CDC* pDC, CGdiObject* pOld) { return CSelectObject(pDC, pOld, 0); }
+    ~CSelectObject()
+    {
+        if (m_hOld) m_pDC->SelectObject(m_hOld);
+    }
+    CSelectObject(const CSelectObject&) = delete;
+    CSelectObject& operator=(const CSelectObject&) = delete;
+
+private:
+    CSelectObject(CDC* pDC, CGdiObject* pOld, int) : m_pDC(pDC), m_hOld(pOld ? pOld->m_hObject : nullptr) {}
+    CDC* m_pDC;
+    HGDIOBJ m_hOld;
+};
+
 // BeginPaint and EndPaint around a WM_PAINT.
 class CPaintDC : public CDC {
 public:

@@ -1,6 +1,7 @@
 // CWnd: the handle map, creation and subclassing, message dispatch through the maps, Default.
 #include "wnd.h"
 #include <map>
+#include <tuple>
 #include <memory>
 
 namespace {
@@ -182,16 +183,20 @@ LRESULT AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam)
     return AfxCallWndProc(pWnd, hWnd, nMsg, wParam, lParam);
 }
 
+// As in MFC, one class per combination of style, cursor, brush and icon, named after them; a null
+// cursor means the class has none, and whoever owns the window sets the cursor itself.
 LPCTSTR AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor, HBRUSH hbrBackground, HICON hIcon)
 {
-    static std::map<UINT, CString> names;
-    CString& name = names[nClassStyle];
+    static std::map<std::tuple<UINT, HCURSOR, HBRUSH, HICON>, CString> names;
+    CString& name = names[{nClassStyle, hCursor, hbrBackground, hIcon}];
     if (name.IsEmpty()) {
-        name.Format(u"Afx:%x", nClassStyle);
+        name.Format(u"Afx:%x:%llx:%llx:%llx", nClassStyle, static_cast<unsigned long long>(reinterpret_cast<uintptr_t>(hCursor)),
+                    static_cast<unsigned long long>(reinterpret_cast<uintptr_t>(hbrBackground)),
+                    static_cast<unsigned long long>(reinterpret_cast<uintptr_t>(hIcon)));
         WNDCLASS wc{};
         wc.style = nClassStyle;
         wc.lpfnWndProc = &AfxWndProc;
-        wc.hCursor = hCursor ? hCursor : ::LoadCursor(nullptr, IDC_ARROW);
+        wc.hCursor = hCursor;
         wc.hbrBackground = hbrBackground;
         wc.hIcon = hIcon;
         wc.lpszClassName = name;

@@ -73,6 +73,3 @@ OLE_HANDLE CQuillonCtrl::EditHwnd()
 {
     return m_bEditCreated ? static_cast<OLE_HANDLE>(reinterpret_cast<uintptr_t>(m_edit.m_hWnd)) : 0;
 }
-
-// The popup list is not part of this build of the control yet, so there is never one to close.
-void CQuillonCtrl::HideList() { InvalidateControl(); }

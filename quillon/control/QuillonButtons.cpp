@@ -150,14 +150,24 @@ void CQuillonCtrl::StopTimer()
 }
 
 // The list takes the wheel while it is open; either way the visible edit gets the focus back.
-BOOL CQuillonCtrl::OnMouseWheel(UINT, short, CPoint)
+BOOL CQuillonCtrl::OnMouseWheel(UINT, short zDelta, CPoint)
 {
+    if (m_bListCreated && m_dropList.m_bShown) m_dropList.OnListWheel(zDelta);
     if (m_bEditCreated && m_edit.IsWindowVisible()) m_edit.SetFocus();
     return static_cast<BOOL>(Default());
 }
 
-// The navigation keys go to an open list first; no list is open in this build of the control.
-void CQuillonCtrl::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) { COleControl::OnKeyDown(nChar, nRepCnt, nFlags); }
+// The navigation keys go to an open list first, then on to the stock KeyDown.
+void CQuillonCtrl::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags)
+{
+    switch (nChar) {
+    case VK_RETURN: case VK_ESCAPE: case VK_PRIOR: case VK_NEXT: case VK_END: case VK_HOME: case VK_UP: case VK_DOWN:
+        if (m_bListCreated && m_dropList.m_bShown) m_dropList.OnListKey(nChar);
+        break;
+    default: break;
+    }
+    COleControl::OnKeyDown(nChar, nRepCnt, nFlags);
+}
 
 void CQuillonCtrl::OnEnable(BOOL)
 {

@@ -19,6 +19,7 @@ CQuillonCtrl::~CQuillonCtrl()
 {
     DeleteItems(FALSE);
     if (m_bEditCreated && m_edit.m_hWnd) m_edit.DestroyWindow();
+    if (m_bListCreated && m_dropList.m_hWnd) m_dropList.DestroyWindow();
     delete m_pEditBrush; // normally gone with the window already
     AfxOleUnlockApp();
 }

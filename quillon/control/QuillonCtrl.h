@@ -2,6 +2,8 @@
 #pragma once
 #include "base/coll.h"
 #include "control/QuillonEnums.h"
+#include "droplist/DropList.h"
+#include "droplist/ItemIndex.h"
 #include "framework/olectl.h"
 #include "framework/pictholder.h"
 #include "mask/MaskEdit.h"
@@ -112,11 +114,15 @@ public:
     void PressButtonAt(int x, int y);
     void StopTimer();
 
-    // The drop list and auto-complete, as far as the rest of the control calls them
+    // The drop list and auto-complete
     BOOL CreateDropList();
-    HWND ListWindow() const { return nullptr; }
-    void AutoSuggest(SHORT nCaret);
-    SHORT AutoAppend(SHORT nCaret);
+    HWND ListWindow() const { return m_dropList.m_hWnd; }
+    SHORT GetRowHeight();
+    void AutoSuggest(int nCaret);
+    SHORT AutoAppend(int nCaret);
+    // An item's text, for an index known to be valid; no error is reported.
+    const CString& ItemAt(int index) const;
+    bool IsCaseBlindAscending(const std::vector<SHORT>& list);
 
     // Events
     void FireChange() { FireEvent(eventidChange); }
@@ -145,8 +151,10 @@ public:
     SHORT m_nInsetTop = 0, m_nInsetBottom = 0, m_nInsetLeft = 0, m_nInsetRight = 0;
     SHORT m_nPicHeight = 0, m_nPicWidth = 0;
     CObArray m_items;
+    CItemIndex m_itemIndex{m_items};
     CString m_strListClass;
     CMaskEdit m_edit;
+    CDropList m_dropList;
     CBrush* m_pEditBrush = nullptr;
     HWND m_hWndPrevFocus = nullptr;
 

@@ -70,14 +70,14 @@ void CQuillonCtrl::OnKillFocus(CWnd* pNewWnd)
 void CQuillonCtrl::OnSize(UINT nType, int cx, int cy)
 {
     COleControl::OnSize(nType, cx, cy);
-    if (m_bListCreated) HideList();
+    if (m_bListCreated) m_dropList.Hide();
     InvalidateControl();
 }
 
 void CQuillonCtrl::OnMove(int x, int y)
 {
     COleControl::OnMove(x, y);
-    if (m_bListCreated) HideList();
+    if (m_bListCreated) m_dropList.Hide();
     InvalidateControl();
 }
 
@@ -94,8 +94,9 @@ HBRUSH CQuillonCtrl::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor)
     return m_pEditBrush ? static_cast<HBRUSH>(*m_pEditBrush) : nullptr;
 }
 
-// The child windows die with the control's window: the flags follow, so that a window made
-// anew gets new children at its first paint. The edit's brush goes with them.
+// The child windows die with the control's window, the popup list with its owner: the flags follow,
+// so that a window made anew gets new ones at its first paint (a list that could not be made stays
+// unmade). The edit's brush goes with them.
 void CQuillonCtrl::OnDestroy()
 {
     COleControl::OnDestroy();
@@ -103,6 +104,7 @@ void CQuillonCtrl::OnDestroy()
     delete m_pEditBrush;
     m_pEditBrush = nullptr;
     m_bEditCreated = FALSE;
+    if (m_bListCreated) m_strListClass.Empty();
     m_bListCreated = FALSE;
 }
 
@@ -141,11 +143,3 @@ BOOL CQuillonCtrl::PreTranslateMessage(MSG* pMsg)
     }
     return CWnd::PreTranslateMessage(pMsg);
 }
-
-// The popup list is not part of this build of the control yet: no list window is made, and every
-// call into the list stays behind m_bListCreated.
-BOOL CQuillonCtrl::CreateDropList() { return m_bListCreated; }
-
-// Auto-complete works on the list; without it, as under AutoNone, neither pass completes anything.
-void CQuillonCtrl::AutoSuggest(SHORT) {}
-SHORT CQuillonCtrl::AutoAppend(SHORT) { return -1; }

@@ -14,6 +14,7 @@ SHORT CQuillonCtrl::AddItem(LPCTSTR strText)
     }
     m_items.InsertAt(m_items.GetSize(), new CListItem(strText));
     m_bItemsDirty = TRUE;
+    m_itemIndex.Invalidate();
     InvalidateControl(nullptr, TRUE);
     return static_cast<SHORT>(m_items.GetSize() - 1);
 }
@@ -28,6 +29,7 @@ BOOL CQuillonCtrl::RemoveItem(SHORT nIndex)
     delete m_items[nIndex];
     m_items.RemoveAt(nIndex, 1);
     m_bItemsDirty = TRUE;
+    m_itemIndex.Invalidate();
     InvalidateControl(nullptr, TRUE);
     SetModifiedFlag(TRUE);
     return TRUE;
@@ -42,15 +44,19 @@ void CQuillonCtrl::DeleteItems(BOOL bCloseList)
     for (int i = 0; i < m_items.GetSize(); ++i) delete m_items[i];
     m_items.SetSize(0);
     m_bItemsDirty = TRUE;
+    m_itemIndex.Invalidate();
     if (!bCloseList) return;
-    if (m_bListCreated) HideList();
+    if (m_bListCreated) m_dropList.Hide();
     InvalidateControl(nullptr, TRUE);
 }
 
 void CQuillonCtrl::EnsureSorted()
 {
     if (!m_bSorted || !m_bItemsDirty) return;
-    if (m_items.GetSize() >= 2) QuickSortItems(0, static_cast<SHORT>(m_items.GetSize() - 1));
+    if (m_items.GetSize() >= 2) {
+        QuickSortItems(0, static_cast<SHORT>(m_items.GetSize() - 1));
+        m_itemIndex.Invalidate();
+    }
     m_bItemsDirty = FALSE;
 }
 

@@ -38,9 +38,9 @@ void CMaskEdit::OnChar(UINT nChar, UINT nRepCnt, UINT nFlags)
     if (nChar == kReturn) return;
     int nCaret, nEnd;
     ReadSel(nCaret, nEnd);
-    m_pCtrl->AutoSuggest(static_cast<SHORT>(nCaret));
+    m_pCtrl->AutoSuggest(nCaret);
     if (nChar == kBackspace) return;
-    if (m_pCtrl->AutoAppend(static_cast<SHORT>(nCaret)) >= 0) SetSel(nCaret, -1);
+    if (m_pCtrl->AutoAppend(nCaret) >= 0) SetSel(nCaret, -1);
 }
 
 void CMaskEdit::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags)

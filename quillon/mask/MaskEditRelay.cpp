@@ -68,7 +68,7 @@ void CMaskEdit::OnKillFocus(CWnd* pNewWnd)
     if (hNew && hNew == m_pCtrl->m_hWnd) return;
     m_pCtrl->COleControl::OnKillFocus(pNewWnd);
     if (m_pCtrl->AmbientUserMode() && m_pCtrl->m_bListCreated && hNew != m_pCtrl->ListWindow() && hNew != m_pCtrl->m_hWnd)
-        m_pCtrl->HideList();
+        m_pCtrl->m_dropList.Hide();
     m_pCtrl->InvalidateControl();
     if (m_pCtrl->m_strPasswordChar.IsEmpty()) {
         int nStart, nEnd;
