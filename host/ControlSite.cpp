@@ -168,7 +168,10 @@ HRESULT CControlSite::InvokeById(DISPID id, WORD flags, std::vector<VARIANT> arg
     DISPID named = DISPID_PROPERTYPUT;
     bool put = flags & DISPATCH_PROPERTYPUT;
     DISPPARAMS params{args.data(), put ? &named : nullptr, static_cast<UINT>(args.size()), put ? 1u : 0u};
-    return m_pDispatch->Invoke(id, IID_NULL, 0, flags, &params, result, nullptr, nullptr);
+    EXCEPINFO error{0, nullptr, S_OK};
+    HRESULT hr = m_pDispatch->Invoke(id, IID_NULL, 0, flags, &params, result, &error, nullptr);
+    // An automation error raised by the control is reported by its own code.
+    return hr == DISP_E_EXCEPTION && FAILED(error.scode) ? error.scode : hr;
 }
 
 namespace {

@@ -2,6 +2,19 @@
 #include "olectl.h"
 #include "base/colors.h"
 
+namespace {
+
+// The framework's error texts by id; an id it does not know has no text.
+const char16_t* FrameworkText(UINT nID)
+{
+    switch (nID) {
+    case AFX_IDP_E_OUTOFMEMORY: return u"Out of memory";
+    default: return u"";
+    }
+}
+
+} // namespace
+
 COleControl::COleControl() = default;
 
 COleControl::~COleControl()
@@ -47,13 +60,25 @@ HRESULT COleControl::GetIDsOfNames(REFIID, LPCOLESTR* names, UINT count, LCID, D
     return hr;
 }
 
-HRESULT COleControl::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params, VARIANT* result, EXCEPINFO*,
+HRESULT COleControl::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params, VARIANT* result, EXCEPINFO* pExcepInfo,
                             UINT* argErr)
 {
     AddRef(); // a handler may drop the host's last reference while the call runs
-    HRESULT hr = GetDispatchMap().Invoke(this, id, flags, params, result, argErr);
+    HRESULT hr;
+    try {
+        hr = GetDispatchMap().Invoke(this, id, flags, params, result, argErr);
+    } catch (COleDispatchException* e) {
+        if (pExcepInfo) *pExcepInfo = EXCEPINFO{0, e->m_pszDescription, e->m_scError};
+        e->Delete();
+        hr = DISP_E_EXCEPTION;
+    }
     Release();
     return hr;
+}
+
+void COleControl::ThrowError(HRESULT sc, UINT nDescriptionID, UINT nHelpID)
+{
+    throw new COleDispatchException(sc, FrameworkText(nDescriptionID), nHelpID);
 }
 
 HRESULT COleControl::Advise(IUnknown* sink, DWORD* cookie)

@@ -3,10 +3,25 @@
 #pragma once
 #include <memory>
 #include <vector>
+#include "base/coll.h"
 #include "dc.h"
 #include "dispmap.h"
 #include "fontholder.h"
 #include "pxchange.h"
+
+// The automation error a control's method raises through COleControl::ThrowError; the dispatch
+// turns it into DISP_E_EXCEPTION with the code and description in EXCEPINFO.
+class COleDispatchException : public CException {
+public:
+    COleDispatchException(HRESULT sc, const char16_t* pszDescription, UINT nHelpID)
+        : m_scError(sc), m_pszDescription(pszDescription), m_dwHelpContext(nHelpID) {}
+    HRESULT m_scError;
+    const char16_t* m_pszDescription; // one of the framework's texts, which live as long as the program
+    DWORD m_dwHelpContext;
+};
+
+// Ids of the framework's own error texts, as ThrowError takes them.
+#define AFX_IDP_E_OUTOFMEMORY 0xFEA2
 
 class COleControl : public CWnd,
                     public IDispatch,
@@ -114,6 +129,8 @@ public:
     OLE_COLOR AmbientForeColor();
     LPFONTDISP AmbientFont(); // with a reference for the caller, or null
 
+    // Ends the automation call that is running with an error: sc, and the framework's text nDescriptionID.
+    [[noreturn]] void ThrowError(HRESULT sc, UINT nDescriptionID, UINT nHelpID = static_cast<UINT>(-1));
     void SetModifiedFlag(BOOL bModified = TRUE) { m_bModified = bModified; }
     BOOL IsModified() const { return m_bModified; }
     void InvalidateControl(LPCRECT lpRect = nullptr, BOOL bErase = TRUE);

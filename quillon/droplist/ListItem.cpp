@@ -12,7 +12,15 @@ SHORT CQuillonCtrl::AddItem(LPCTSTR strText)
         FireCtrlError(errListFull, 0);
         return -1;
     }
-    m_items.InsertAt(m_items.GetSize(), new CListItem(strText));
+    CListItem* pItem = nullptr;
+    try {
+        pItem = new CListItem(strText);
+        m_items.InsertAt(m_items.GetSize(), pItem);
+    } catch (CMemoryException* e) {
+        delete pItem;
+        e->Delete();
+        ThrowError(CTL_E_OUTOFMEMORY, AFX_IDP_E_OUTOFMEMORY);
+    }
     m_bItemsDirty = TRUE;
     m_itemIndex.Invalidate();
     InvalidateControl(nullptr, TRUE);

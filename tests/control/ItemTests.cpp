@@ -45,6 +45,21 @@ TEST_F(ControlTest, ListStopsAt32760Items)
     EXPECT_EQ(Call(q, u"ItemCount").iVal, 32760);
 }
 
+TEST_F(ControlTest, AddItemOutOfMemoryIsAnAutomationErrorAndChangesNothing)
+{
+    CControlSite* q = Create();
+    Call(q, u"AddItem", {COleVariant(u"first")});
+    TakeLog();
+    for (int nSucceeding : {0, 1}) { // the item itself fails, then the array's room for it
+        AfxFailAllocationAfter(nSucceeding);
+        COleVariant result;
+        EXPECT_EQ(q->Call(u"AddItem", {COleVariant(u"second")}, &result), CTL_E_OUTOFMEMORY) << nSucceeding;
+        AfxFailAllocationAfter(-1);
+    }
+    EXPECT_EQ(Call(q, u"ItemCount").iVal, 1);
+    ExpectSequence({}, TakeLog());
+}
+
 TEST_F(ControlTest, SortWaitsForASearchAndIgnoresCase)
 {
     CControlSite* q = Create();
