@@ -84,6 +84,9 @@ TEST_F(DropList, TypingOpensTheListAndCompletesFromTheFirstMatch)
     EXPECT_EQ(Call(q, u"SelEnd").iVal, 4) << "the completion is selected";
     EXPECT_EQ(::GetFocus(), Inside(q)->m_edit.m_hWnd) << "the focus stays with the edit";
     EXPECT_EQ(::GetCapture(), List(q).m_hWnd) << "the list holds the mouse";
+    EXPECT_EQ(::GetClassLongPtr(List(q).m_hWnd, GCL_STYLE), 0x1803u) << "no CS_DBLCLKS";
+    EXPECT_EQ(::GetClassLongPtr(List(q).m_hWnd, GCLP_HCURSOR), 0u) << "the list sets the arrow itself";
+    EXPECT_EQ(::GetParent(List(q).m_hWnd), m_form->Window()) << "a popup owned by the form the control is on";
     m_host.Type(u"a");
     EXPECT_EQ(Rows(q), (std::vector<std::string>{"basel", "Bar"})) << "the typed key replaced the completion";
     EXPECT_EQ(EditText(q), u"basel");
@@ -330,4 +333,16 @@ TEST_F(DropList, SizeMoveFocusLossAndItemChangesCloseTheList)
     TakeLog();
     EXPECT_EQ(Call(q, u"RemoveItem", {COleVariant(SHORT(5))}).boolVal, VARIANT_FALSE);
     ExpectSequence({"CtrlError 32003 5"}, TakeLog());
+}
+
+TEST_F(DropList, DesignModeMakesNoListAndHideListOnlyRepaints)
+{
+    m_host.m_bUserMode = FALSE;
+    CControlSite* q = Create();
+    Put(q, u"AutoComplete", COleVariant(SHORT(AutoBoth)));
+    m_host.Pump();
+    EXPECT_FALSE(Inside(q)->m_bListCreated);
+    int before = q->InvalidateCount();
+    Call(q, u"HideList");
+    EXPECT_EQ(q->InvalidateCount(), before + 1);
 }
