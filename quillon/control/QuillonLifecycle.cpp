@@ -30,14 +30,13 @@ BOOL CQuillonCtrl::CreateEdit()
     m_bEditCreated = m_edit.Create(kEditStyle, CRect(1, 1, 10, 10), this, kEditId);
     if (!m_bEditCreated) return FALSE;
     CDC* pDC = GetDC();
-    CFont* pOldFont = pDC ? SelectStockFont(pDC) : nullptr;
-    m_edit.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(InternalGetFont().GetFontHandle()), FALSE);
-    if (!m_strPasswordChar.IsEmpty()) m_edit.SetPasswordChar(m_strPasswordChar[0]);
-    m_edit.ShowWindow(SW_HIDE);
-    if (pDC) {
-        if (pOldFont) pDC->SelectObject(pOldFont);
-        ReleaseDC(pDC);
+    {
+        auto font = CSelectObject::Restoring(pDC, pDC ? SelectStockFont(pDC) : nullptr);
+        m_edit.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(InternalGetFont().GetFontHandle()), FALSE);
+        if (!m_strPasswordChar.IsEmpty()) m_edit.SetPasswordChar(m_strPasswordChar[0]);
+        m_edit.ShowWindow(SW_HIDE);
     }
+    if (pDC) ReleaseDC(pDC);
     return TRUE;
 }
 

@@ -14,11 +14,10 @@ bool IsRaisedOrLowered(SHORT nBorderType) { return nBorderType == BorderRaised |
 // One bevel segment: MoveTo the first point, LineTo the rest, in a pen selected for this segment alone.
 void Segment(CDC* pDC, HGDIOBJ pen, std::initializer_list<POINT> points)
 {
-    HGDIOBJ old = pDC->SelectObject(pen);
+    CSelectObject select(pDC, pen);
     const POINT* p = points.begin();
     pDC->MoveTo(p->x, p->y);
     for (++p; p != points.end(); ++p) pDC->LineTo(p->x, p->y);
-    pDC->SelectObject(old);
 }
 
 void Segment(CDC* pDC, COLORREF clr, std::initializer_list<POINT> points)
@@ -31,9 +30,8 @@ void Segment(CDC* pDC, COLORREF clr, std::initializer_list<POINT> points)
 void OutlinePressed(CDC* pDC, COLORREF clrShadow, const CRect& rc)
 {
     CPen pen(PS_SOLID, 1, clrShadow);
-    HGDIOBJ old = pDC->SelectObject(&pen);
+    CSelectObject select(pDC, &pen);
     pDC->Rectangle(rc.left, rc.top, rc.right, rc.bottom);
-    pDC->SelectObject(old);
 }
 
 // Light outer edge, black right and bottom, then rings of white and shadow; a large bevel lets them cross.
@@ -132,30 +130,31 @@ void CQuillonCtrl::DrawDropButton(CDC* pDC, const CRect& rc)
     CRect rcFill = active ? rcButton : FlatDropFill(*this, rcButton);
 
     CBrush back(TranslateColor(m_clrDropBack));
-    HGDIOBJ oldBrush = pDC->SelectObject(&back);
     if (modern) {
         rcFill.top += 2;
         rcFill.bottom -= 2;
         rcFill.right -= 2;
     }
-    if (m_nDropPressed == 1) {
-        if (modern) {
-            rcFill = rcFrame;
-            FillButtonFace(pDC, m_clrDropBack, 0xffffff, FillSolid, rcFill);
-            DrawModernFrame(pDC, m_clrDropBack, m_clrDropBackTo, rcFill);
+    {
+        CSelectObject brush(pDC, &back);
+        if (m_nDropPressed == 1) {
+            if (modern) {
+                rcFill = rcFrame;
+                FillButtonFace(pDC, m_clrDropBack, 0xffffff, FillSolid, rcFill);
+                DrawModernFrame(pDC, m_clrDropBack, m_clrDropBackTo, rcFill);
+            } else {
+                OutlinePressed(pDC, TranslateColor(kBtnShadow), rcButton);
+            }
         } else {
-            OutlinePressed(pDC, TranslateColor(kBtnShadow), rcButton);
-        }
-    } else {
-        FillButtonFace(pDC, m_clrDropBack, m_clrDropBackTo, m_nButtonFillType, rcFill);
-        if (modern) {
-            rcFill = rcFrame;
-            DrawModernFrame(pDC, m_clrDropBack, m_clrDropBackTo, rcFill);
-        } else if (active) {
-            DrawDropBevel(pDC, rcButton, m_nButtonBevel, TranslateColor(kLight3D), TranslateColor(kBtnShadow));
+            FillButtonFace(pDC, m_clrDropBack, m_clrDropBackTo, m_nButtonFillType, rcFill);
+            if (modern) {
+                rcFill = rcFrame;
+                DrawModernFrame(pDC, m_clrDropBack, m_clrDropBackTo, rcFill);
+            } else if (active) {
+                DrawDropBevel(pDC, rcButton, m_nButtonBevel, TranslateColor(kLight3D), TranslateColor(kBtnShadow));
+            }
         }
     }
-    pDC->SelectObject(oldBrush);
 
     const SHORT nOffset = m_nDropPressed != 0 ? 1 : 0;
     const SHORT nPicType = m_picDrop.GetType();
@@ -180,25 +179,26 @@ void CQuillonCtrl::DrawSpinButton(CDC* pDC, SHORT nWhich, const CRect& rc)
     const CRect rcFill = active || modern ? rcButton : FlatSpinFill(*this, lower, rcButton);
 
     CBrush back(TranslateColor(m_clrSpinBack));
-    HGDIOBJ oldBrush = pDC->SelectObject(&back);
     const bool pressed = m_nSpinPressed == nWhich;
-    if (pressed && modern) {
-        FillButtonFace(pDC, m_clrSpinBack, 0xffffff, FillSolid, rcFill);
-        DrawModernFrame(pDC, m_clrSpinBack, m_clrSpinBackTo, rcFill);
-    } else if (pressed) {
-        // Column L belongs to the drop button beside it, which is painted afterwards.
-        CRect outline = rcButton;
-        if (m_bDropButton) outline.left += 1;
-        OutlinePressed(pDC, TranslateColor(kBtnShadow), outline);
-    } else {
-        FillButtonFace(pDC, m_clrSpinBack, m_clrSpinBackTo, m_nButtonFillType, rcFill);
-        if (modern)
+    {
+        CSelectObject brush(pDC, &back);
+        if (pressed && modern) {
+            FillButtonFace(pDC, m_clrSpinBack, 0xffffff, FillSolid, rcFill);
             DrawModernFrame(pDC, m_clrSpinBack, m_clrSpinBackTo, rcFill);
-        else if (active)
-            DrawSpinBevel(pDC, rcButton, m_nButtonBevel, m_nSpinPressed == 1 && lower, TranslateColor(kLight3D),
-                          TranslateColor(kBtnShadow));
+        } else if (pressed) {
+            // Column L belongs to the drop button beside it, which is painted afterwards.
+            CRect outline = rcButton;
+            if (m_bDropButton) outline.left += 1;
+            OutlinePressed(pDC, TranslateColor(kBtnShadow), outline);
+        } else {
+            FillButtonFace(pDC, m_clrSpinBack, m_clrSpinBackTo, m_nButtonFillType, rcFill);
+            if (modern)
+                DrawModernFrame(pDC, m_clrSpinBack, m_clrSpinBackTo, rcFill);
+            else if (active)
+                DrawSpinBevel(pDC, rcButton, m_nButtonBevel, m_nSpinPressed == 1 && lower, TranslateColor(kLight3D),
+                              TranslateColor(kBtnShadow));
+        }
     }
-    pDC->SelectObject(oldBrush);
 
     if (m_nArrowType == ArrowLine1 || m_nArrowType == ArrowLine2) {
         const OLE_COLOR clr = GetEnabled() ? m_clrSpinFore : m_clrDisabled;
@@ -218,13 +218,12 @@ void CQuillonCtrl::DrawModernFrame(CDC* pDC, OLE_COLOR clrLine, OLE_COLOR clrCor
     const LONG l = rc.left, t = rc.top, r = rc.right, b = rc.bottom;
     {
         CPen pen(PS_SOLID, 0, line);
-        HGDIOBJ old = pDC->SelectObject(&pen);
+        CSelectObject select(pDC, &pen);
         pDC->MoveTo(l, t);
         pDC->LineTo(r - 1, t);
         pDC->LineTo(r - 1, b - 1);
         pDC->LineTo(l, b - 1);
         pDC->LineTo(l, t);
-        pDC->SelectObject(old);
     }
     pDC->SetPixel(l, t, corner);
     pDC->SetPixel(r - 1, b - 1, corner);

@@ -19,17 +19,15 @@ public:
     void Polygon(const POINT* pts, int count, COLORREF clr) override
     {
         CBrush brush(clr);
-        HGDIOBJ old = m_pDC->SelectObject(&brush);
+        CSelectObject select(m_pDC, &brush);
         m_pDC->Polygon(pts, count);
-        m_pDC->SelectObject(old);
     }
 
     void Ellipse(const RECT& rc, COLORREF clr) override
     {
         CBrush brush(clr);
-        HGDIOBJ old = m_pDC->SelectObject(&brush);
+        CSelectObject select(m_pDC, &brush);
         m_pDC->Ellipse(rc.left, rc.top, rc.right, rc.bottom);
-        m_pDC->SelectObject(old);
     }
 
 private:
@@ -52,8 +50,7 @@ void CQuillonCtrl::FillButtonFace(CDC* pDC, OLE_COLOR clrFrom, OLE_COLOR clrTo, 
         return;
     }
 
-    HGDIOBJ oldPen = pDC->SelectStockObject(NULL_PEN);
+    CSelectObject pen(pDC, ::GetStockObject(NULL_PEN));
     CDCShapeSink sink(pDC);
     fill::EmitPattern(sink, nFillType, rgbFrom, rgbTo, rc);
-    pDC->SelectObject(oldPen);
 }

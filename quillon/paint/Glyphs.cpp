@@ -45,12 +45,9 @@ void DrawTriangle(CDC* pDC, COLORREF clr, const Triangle& tri)
 {
     CBrush brush(clr);
     CPen pen(PS_SOLID, 1, clr);
-    HGDIOBJ oldBrush = pDC->SelectObject(&brush);
-    HGDIOBJ oldPen = pDC->SelectObject(&pen);
+    CSelectObject selectBrush(pDC, &brush), selectPen(pDC, &pen);
     const POINT pts[3] = {tri.apex, tri.left, tri.right};
     pDC->Polygon(pts, 3);
-    pDC->SelectObject(oldPen);
-    pDC->SelectObject(oldBrush);
 }
 
 } // namespace glyph
@@ -65,13 +62,12 @@ struct Stroke {
 void DrawStrokes(CDC* pDC, COLORREF clr, const Stroke (&strokes)[3])
 {
     CPen pen(PS_SOLID, 1, clr);
-    HGDIOBJ oldPen = pDC->SelectObject(&pen);
+    CSelectObject select(pDC, &pen);
     for (const Stroke& s : strokes) {
         pDC->MoveTo(s.from.x, s.from.y);
         pDC->LineTo(s.through.x, s.through.y);
         pDC->LineTo(s.to.x, s.to.y);
     }
-    pDC->SelectObject(oldPen);
 }
 
 } // namespace

@@ -9,9 +9,8 @@ constexpr OLE_COLOR kLight3D = 0x80000016;
 // One Polyline in a pen of the colour, or in a stock pen.
 void Line(CDC* pDC, HGDIOBJ pen, std::initializer_list<POINT> points)
 {
-    HGDIOBJ old = pDC->SelectObject(pen);
+    CSelectObject select(pDC, pen);
     pDC->Polyline(points.begin(), static_cast<int>(points.size()));
-    pDC->SelectObject(old);
 }
 
 void Line(CDC* pDC, COLORREF colour, std::initializer_list<POINT> points)

@@ -34,11 +34,10 @@ void CQuillonCtrl::OnDraw(CDC* pdc, const CRect& rcBounds, const CRect&)
         CDC memDC;
         CBitmap bitmap;
         if (!memDC.CreateCompatibleDC(pdc) || !bitmap.CreateCompatibleBitmap(pdc, mem.Width(), mem.Height())) return;
-        HGDIOBJ oldBitmap = memDC.SelectObject(&bitmap);
+        CSelectObject select(&memDC, &bitmap);
         memDC.FillRect(&mem, &background);
         DrawControlFace(&memDC, mem);
         pdc->BitBlt(rcBounds.left, rcBounds.top, mem.Width(), mem.Height(), &memDC, 0, 0, SRCCOPY);
-        memDC.SelectObject(oldBitmap);
         return;
     }
     pdc->FillRect(&rcBounds, &background);
@@ -71,7 +70,7 @@ void CQuillonCtrl::DrawFaceText(CDC* pDC, const CRect& rc)
     CRect text(rc.left + 1 + m_nInsetLeft, rc.top + 1 + m_nInsetTop, rc.right - m_nInsetRight - 2, rc.bottom - m_nInsetBottom);
     if (m_bDropButton) text.right -= m_nDropWidth;
     if (m_bSpinButton) text.right -= m_nSpinWidth;
-    CFont* pOldFont = SelectStockFont(pDC);
+    auto font = CSelectObject::Restoring(pDC, SelectStockFont(pDC));
     pDC->SetBkMode(TRANSPARENT);
     pDC->SetTextColor(TranslateColor(GetEnabled() ? GetForeColor() : m_clrDisabled));
     UINT flags = DT_SINGLELINE | DT_NOPREFIX |
@@ -96,5 +95,4 @@ void CQuillonCtrl::DrawFaceText(CDC* pDC, const CRect& rc)
     }
     if (!drawn.IsEmpty()) pDC->DrawText(drawn, &text, flags);
     pDC->SetTextColor(0);
-    if (pOldFont) pDC->SelectObject(pOldFont);
 }

@@ -46,9 +46,7 @@ void CQuillonCtrl::DrawMaskBitmap(CDC* pDC, const CRect& rc)
     if (!dcBitmap.CreateCompatibleDC(pDC) || !dcImage.CreateCompatibleDC(pDC) || !dcMask.CreateCompatibleDC(pDC) ||
         !bmImage.CreateCompatibleBitmap(pDC, w, h) || !bmMask.CreateBitmap(w, h, 1, 1, nullptr))
         return;
-    HGDIOBJ oldBitmap = dcBitmap.SelectObject(BitmapOf(m_picDrop.m_pPict));
-    HGDIOBJ oldImage = dcImage.SelectObject(&bmImage);
-    HGDIOBJ oldMask = dcMask.SelectObject(&bmMask);
+    CSelectObject bitmap(&dcBitmap, BitmapOf(m_picDrop.m_pPict)), image(&dcImage, &bmImage), mask(&dcMask, &bmMask);
 
     // The picture's top-left block, unscaled; then a mask in which the transparent colour is 1.
     dcImage.BitBlt(0, 0, w, h, &dcBitmap, 0, 0, SRCCOPY);
@@ -65,10 +63,6 @@ void CQuillonCtrl::DrawMaskBitmap(CDC* pDC, const CRect& rc)
     pDC->BitBlt(rc.left, rc.top, w, h, &dcImage, 0, 0, SRCPAINT);
     pDC->SetTextColor(oldText);
     pDC->SetBkColor(oldBk);
-
-    dcMask.SelectObject(oldMask);
-    dcImage.SelectObject(oldImage);
-    dcBitmap.SelectObject(oldBitmap);
 }
 
 void CQuillonCtrl::DrawEmbossBitmap(CDC* pDC, const CRect& rc)
@@ -77,7 +71,7 @@ void CQuillonCtrl::DrawEmbossBitmap(CDC* pDC, const CRect& rc)
     CDC dcShape;
     CBitmap bmShape;
     if (!dcShape.CreateCompatibleDC(pDC) || !bmShape.CreateBitmap(cx, cy, 1, 1, nullptr)) return;
-    HGDIOBJ oldShape = dcShape.SelectObject(&bmShape);
+    CSelectObject shape(&dcShape, &bmShape);
     dcShape.PatBlt(0, 0, cx, cy, WHITENESS);
     // The icon's opaque pixels that are not pure white become 0: the shape.
     HICON hIcon = MakeMaskedIcon(pDC, BitmapOf(m_picDrop.m_pPict));
@@ -85,17 +79,18 @@ void CQuillonCtrl::DrawEmbossBitmap(CDC* pDC, const CRect& rc)
 
     // A 0 in the shape takes the brush, a 1 leaves the target (text colour black, background white).
     COLORREF oldBk = pDC->SetBkColor(0xffffff);
-    CBrush highlight(::GetSysColor(COLOR_BTNHIGHLIGHT));
-    HGDIOBJ oldBrush = pDC->SelectObject(&highlight);
-    pDC->BitBlt(rc.left + 1, rc.top + 1, cx, cy, &dcShape, 0, 0, 0xB8074A);
-    CBrush shadow(::GetSysColor(COLOR_BTNSHADOW));
-    pDC->SelectObject(&shadow);
-    pDC->BitBlt(rc.left, rc.top, cx, cy, &dcShape, 0, 0, 0xB8074A);
-    pDC->SelectObject(oldBrush);
+    CBrush highlight(::GetSysColor(COLOR_BTNHIGHLIGHT)), shadow(::GetSysColor(COLOR_BTNSHADOW));
+    {
+        CSelectObject brush(pDC, &highlight);
+        pDC->BitBlt(rc.left + 1, rc.top + 1, cx, cy, &dcShape, 0, 0, 0xB8074A);
+    }
+    {
+        CSelectObject brush(pDC, &shadow);
+        pDC->BitBlt(rc.left, rc.top, cx, cy, &dcShape, 0, 0, 0xB8074A);
+    }
     pDC->SetBkColor(oldBk);
 
     if (hIcon) ::DestroyIcon(hIcon);
-    dcShape.SelectObject(oldShape);
 }
 
 HICON CQuillonCtrl::MakeMaskedIcon(CDC* pDC, HBITMAP hBitmap)
@@ -108,26 +103,21 @@ HICON CQuillonCtrl::MakeMaskedIcon(CDC* pDC, HBITMAP hBitmap)
     if (!dcBitmap.CreateCompatibleDC(pDC) || !dcImage.CreateCompatibleDC(pDC) || !dcMask.CreateCompatibleDC(pDC) ||
         !bmImage.CreateCompatibleBitmap(pDC, cx, cy) || !bmMask.CreateBitmap(cx, cy, 1, 1, nullptr))
         return nullptr;
-    HGDIOBJ oldBitmap = dcBitmap.SelectObject(hBitmap);
-    HGDIOBJ oldImage = dcImage.SelectObject(&bmImage);
-    HGDIOBJ oldMask = dcMask.SelectObject(&bmMask);
-
-    // The mask colour is taken as a plain COLORREF here; only DrawMaskBitmap translates it.
-    CBrush maskBrush(m_clrMask);
-    CRect all(0, 0, cx, cy);
-    dcImage.FillRect(&all, &maskBrush);
-    // A smaller bitmap lands 1:1 in the corner, a larger one is shrunk along the axis that is too long.
-    dcImage.StretchBlt(0, 0, bm.bmWidth < cx ? bm.bmWidth : cx, bm.bmHeight < cy ? bm.bmHeight : cy, &dcBitmap, 0, 0,
-                       bm.bmWidth, bm.bmHeight, SRCCOPY);
-    dcImage.SetBkColor(m_clrMask);
-    dcMask.BitBlt(0, 0, cx, cy, &dcImage, 0, 0, SRCCOPY);
-    dcImage.SetBkColor(0);
-    dcImage.SetTextColor(0xffffff);
-    dcImage.BitBlt(0, 0, cx, cy, &dcMask, 0, 0, SRCAND);
-
-    dcMask.SelectObject(oldMask);
-    dcImage.SelectObject(oldImage);
-    dcBitmap.SelectObject(oldBitmap);
+    {
+        CSelectObject bitmap(&dcBitmap, hBitmap), image(&dcImage, &bmImage), mask(&dcMask, &bmMask);
+        // The mask colour is taken as a plain COLORREF here; only DrawMaskBitmap translates it.
+        CBrush maskBrush(m_clrMask);
+        CRect all(0, 0, cx, cy);
+        dcImage.FillRect(&all, &maskBrush);
+        // A smaller bitmap lands 1:1 in the corner, a larger one is shrunk along the axis that is too long.
+        dcImage.StretchBlt(0, 0, bm.bmWidth < cx ? bm.bmWidth : cx, bm.bmHeight < cy ? bm.bmHeight : cy, &dcBitmap, 0, 0,
+                           bm.bmWidth, bm.bmHeight, SRCCOPY);
+        dcImage.SetBkColor(m_clrMask);
+        dcMask.BitBlt(0, 0, cx, cy, &dcImage, 0, 0, SRCCOPY);
+        dcImage.SetBkColor(0);
+        dcImage.SetTextColor(0xffffff);
+        dcImage.BitBlt(0, 0, cx, cy, &dcMask, 0, 0, SRCAND);
+    }
 
     BITMAP bmInfoMask, bmInfoImage;
     std::vector<BYTE> andBits = RawBits(bmMask, &bmInfoMask);

@@ -144,6 +144,13 @@ TEST_F(DropList, SortedSearchSortsTheItemsFirstAndRemoveItemFollowsTheNewOrder)
     }
 }
 
+// A press on another control while the list is open: the list passes it on, relative to that window.
+const std::vector<std::string> kPressPassedOn = {"MouseDown 1 0 7 9"};
+// RemoveItem(5) with two items.
+const std::vector<std::string> kRemoveBadIndex = {"CtrlError 32003 5"};
+// Taking an item with a click, and a press on the control's own face while the list is open.
+const std::vector<std::string> kNothing = {};
+
 // Down pressed in the edit while the list is open: the control's window takes the key.
 const std::vector<std::string> kWalkDown = {"KeyDown 40 0", "KeyUp 40 0"};
 
@@ -210,7 +217,7 @@ TEST_F(DropList, RowClickRightAfterOpeningIsSwallowedAndTheNextTakesTheItem)
     m_host.Click(p.x, p.y);
     EXPECT_FALSE(IsOpen(q));
     EXPECT_EQ(GetText(q, u"Text"), u"basel");
-    ExpectSequence({}, TakeLog()); // taking an item raises nothing
+    ExpectSequence(kNothing, TakeLog());
 
     TypeKeys(u"b");
     p = RowPoint(q, 1);
@@ -290,7 +297,7 @@ TEST_F(DropList, PressOutsideClosesTheListAndReachesTheWindowUnderThePointer)
     ::GetWindowRect(other->Window(), &rc);
     m_host.Press(rc.left + 7, rc.top + 9);
     EXPECT_FALSE(IsOpen(q));
-    ExpectSequence({"MouseDown 1 0 7 9"}, TakeLog()); // posted with the point relative to its window
+    ExpectSequence(kPressPassedOn, TakeLog());
     m_host.Release(rc.left + 7, rc.top + 9);
     TakeLog();
 
@@ -303,7 +310,7 @@ TEST_F(DropList, PressOutsideClosesTheListAndReachesTheWindowUnderThePointer)
     ::GetWindowRect(q->Window(), &rc);
     m_host.Press(rc.left + 7, rc.top + 9);
     EXPECT_FALSE(IsOpen(q));
-    ExpectSequence({}, TakeLog()); // a press on the control itself only closes the list
+    ExpectSequence(kNothing, TakeLog());
     m_host.Release(rc.left + 7, rc.top + 9);
 }
 
@@ -332,7 +339,7 @@ TEST_F(DropList, SizeMoveFocusLossAndItemChangesCloseTheList)
     }
     TakeLog();
     EXPECT_EQ(Call(q, u"RemoveItem", {COleVariant(SHORT(5))}).boolVal, VARIANT_FALSE);
-    ExpectSequence({"CtrlError 32003 5"}, TakeLog());
+    ExpectSequence(kRemoveBadIndex, TakeLog());
 }
 
 TEST_F(DropList, DesignModeMakesNoListAndHideListOnlyRepaints)
