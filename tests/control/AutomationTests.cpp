@@ -165,13 +165,13 @@ TEST_F(ControlTest, EveryTextPutNotifiesAndRaisesChange)
     Put(q, u"Text", COleVariant(u"abc"));
     Put(q, u"EditMask", COleVariant(u"###"));
     Put(q, u"BorderColor", COleVariant(LONG(1)));
-    const std::vector<std::string> kTwoTextPuts = {"PropertyChanged -517", "Change", "PropertyChanged -517", "Change"};
+    const std::vector<std::string> kTwoTextPuts = {"PropertyChanged Text", "Change", "PropertyChanged Text", "Change"};
     ExpectSequence(kTwoTextPuts, TakeLog());
     EXPECT_TRUE(q->IsDirty());
 
     m_host.m_bUserMode = FALSE;
     Put(q, u"Text", COleVariant(u"12"));
-    ExpectSequence({"PropertyChanged -517", "Change"}, TakeLog());
+    ExpectSequence({"PropertyChanged Text", "Change"}, TakeLog());
 
     // The default value (dispid 0) is the same text.
     COleVariant v;

@@ -68,7 +68,7 @@ protected:
 };
 
 // "b" typed into an empty field whose items "bern" and "basel" start with it.
-const std::vector<std::string> kTypeB = {"KeyDown 66 0", "KeyPress 98", "PropertyChanged -517", "Change", "KeyUp 66 0"};
+const std::vector<std::string> kTypeB = {"KeyDown 66 0", "KeyPress 98", "PropertyChanged Text", "Change", "KeyUp 66 0"};
 
 } // namespace
 

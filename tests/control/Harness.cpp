@@ -9,7 +9,10 @@ ControlTest::ControlTest()
 {
     CoRegisterInprocServer(&DllGetClassObject);
     m_form = m_host.NewForm(RECT{100, 100, 500, 400});
-    m_host.m_onPropertyChanged = [this](CControlSite&, DISPID id) { m_log.push_back("PropertyChanged " + std::to_string(id)); };
+    m_host.m_onPropertyChanged = [this](CControlSite& site, DISPID id) {
+        const DispEntry* e = site.DispatchInfo() ? site.DispatchInfo()->FindById(id) : nullptr;
+        m_log.push_back("PropertyChanged " + (e ? ToUtf8(e->name) : std::to_string(id)));
+    };
     m_host.m_onBeep = [this](UINT) { m_log.push_back("Beep"); };
     m_gdiObjects = GdiGetLiveObjectCount();
 }

@@ -26,7 +26,7 @@ protected:
     LONG GetLong(CControlSite* q, const char16_t* name);
     COleVariant Call(CControlSite* q, const char16_t* name, std::vector<VARIANT> args = {});
 
-    // Lines heard since the last call: "Change", "CtrlError 32003 5", "PropertyChanged -517".
+    // Lines heard since the last call: "Change", "CtrlError 32003 5", "PropertyChanged Text".
     std::vector<std::string> TakeLog();
 
     std::unique_ptr<CHost> m_pHost = std::make_unique<CHost>();
