@@ -4,8 +4,6 @@
 
 namespace {
 
-CQuillonCtrl* Inside(CControlSite* q) { return static_cast<CQuillonCtrl*>(static_cast<COleControl*>(q->Control())); }
-
 struct Row { const char* name; DISPID dispid; };
 
 // The dispatch table in its order, as hosts and the type library know it.

@@ -6,8 +6,6 @@
 
 namespace {
 
-CQuillonCtrl* Inside(CControlSite* q) { return static_cast<CQuillonCtrl*>(static_cast<COleControl*>(q->Control())); }
-
 class Buttons : public ControlTest {
 protected:
     // A 120 by 24 control with both buttons: upper spin x 102..117, rows 2..13; lower rows 12..21;

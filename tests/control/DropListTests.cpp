@@ -7,8 +7,6 @@
 
 namespace {
 
-CQuillonCtrl* Inside(CControlSite* q) { return static_cast<CQuillonCtrl*>(static_cast<COleControl*>(q->Control())); }
-
 class DropList : public ControlTest {
 protected:
     // A focused field over the items, its child windows made by the first paint.

@@ -9,8 +9,6 @@
 
 namespace {
 
-CQuillonCtrl* Inside(CControlSite* q) { return static_cast<CQuillonCtrl*>(static_cast<COleControl*>(q->Control())); }
-
 class Face : public ControlTest {
 protected:
     // The control's area of the composed screen, after a paint that finds it unfocused (the first

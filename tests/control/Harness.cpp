@@ -3,7 +3,10 @@
 #include <sstream>
 #include "com/objbase.h"
 #include "gdi/wingdi.h"
+#include "control/QuillonCtrl.h"
 #include "server/QuillonApp.h"
+
+CQuillonCtrl* Inside(CControlSite* q) { return static_cast<CQuillonCtrl*>(static_cast<COleControl*>(q->Control())); }
 
 ControlTest::ControlTest()
 {

@@ -6,6 +6,10 @@
 #include <vector>
 #include "host/Host.h"
 
+class CQuillonCtrl;
+// The control object behind a site, for tests that look at its members.
+CQuillonCtrl* Inside(CControlSite* q);
+
 // gtest prints a CString as its text.
 inline void PrintTo(const CString& s, std::ostream* os) { *os << '"' << ToUtf8(s) << '"'; }
 

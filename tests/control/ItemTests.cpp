@@ -3,7 +3,6 @@
 #include "control/QuillonCtrl.h"
 
 namespace {
-CQuillonCtrl* Inside(CControlSite* q) { return static_cast<CQuillonCtrl*>(static_cast<COleControl*>(q->Control())); }
 
 std::vector<std::string> Items(CQuillonCtrl* c)
 {

@@ -11,8 +11,6 @@ using namespace listgeo;
 
 namespace {
 
-CQuillonCtrl* Inside(CControlSite* q) { return static_cast<CQuillonCtrl*>(static_cast<COleControl*>(q->Control())); }
-
 std::vector<std::string> Only(const std::vector<std::string>& log, const std::string& prefix)
 {
     std::vector<std::string> out;
