@@ -1,6 +1,7 @@
 // Auto-complete: the Suggest pass that fills and opens the list, the Append pass that completes the
 // edit's text from the first matching item, and the candidates the list holds.
 #include "control/QuillonCtrl.h"
+#include "droplist/CaseBlindSort.h"
 #include "droplist/DropList.h"
 #include "droplist/ListItem.h"
 
@@ -41,7 +42,7 @@ void CQuillonCtrl::AutoSuggest(int nCaret)
     list.m_rgbBarBack = TranslateColor(m_clrScrollBack);
     list.m_rgbBarBackTo = TranslateColor(m_clrScrollBackTo);
     list.m_rgbBarFore = TranslateColor(m_clrScrollFore);
-    list.m_nBarStyle = static_cast<USHORT>(m_nScrollStyle);
+    list.m_nBarStyle = static_cast<USHORT>(m_nScrollStyle); // its put keeps it to the three styles
     list.m_nTextIndent = m_nInsetLeft;
     list.m_bSortCandidates = m_bSorted;
     list.m_bIgnoreRelease = TRUE;
@@ -64,7 +65,7 @@ SHORT CQuillonCtrl::AutoAppend(int nCaret)
     // The typed part keeps the case the user typed; only the rest comes from the item.
     m_strText = strHead + ItemAt(found).Mid(nCaret);
     if (m_bEditCreated && AmbientUserMode()) m_edit.SetWindowText(m_strText);
-    return static_cast<SHORT>(found);
+    return static_cast<SHORT>(found); // an item index, below the array's limit
 }
 
 const CString& CDropList::GetCandidateText(int nItem) const { return m_pCtrl->ItemAt(m_autoItems[nItem]); }
@@ -74,20 +75,10 @@ SHORT CDropList::GetSourceIndex(int nItem) const
     return nItem >= 0 && nItem < static_cast<int>(m_autoItems.size()) ? m_autoItems[nItem] : SHORT(-1);
 }
 
-// The items' own sort, over the candidates: the same middle pivot held by value, the same case-blind
-// comparison, so that candidates that compare equal end in the same order.
+// The items' own sort, over the candidates, so that candidates that compare equal end in the same order.
 void CDropList::SortCandidates(int nLeft, int nRight)
 {
-    const CString pivot = GetCandidateText((nLeft + nRight) / 2);
-    int i = nLeft, j = nRight;
-    do {
-        while (GetCandidateText(i).CompareNoCase(pivot) < 0 && i < nRight) ++i;
-        while (pivot.CompareNoCase(GetCandidateText(j)) < 0 && j > nLeft) --j;
-        if (i > j) break;
-        std::swap(m_autoItems[i], m_autoItems[j]);
-        ++i;
-        --j;
-    } while (i <= j);
-    if (nLeft < j) SortCandidates(nLeft, j);
-    if (i < nRight) SortCandidates(i, nRight);
+    CaseBlindQuickSort(
+        nLeft, nRight, [this](int i) -> const CString& { return GetCandidateText(i); },
+        [this](int i, int j) { std::swap(m_autoItems[i], m_autoItems[j]); });
 }

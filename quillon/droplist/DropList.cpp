@@ -42,7 +42,7 @@ BOOL CQuillonCtrl::CreateDropList()
 SHORT CQuillonCtrl::GetRowHeight()
 {
     CDC* pDC = GetDC();
-    if (!pDC) return static_cast<SHORT>(m_nListOffset + 2);
+    if (!pDC) return static_cast<SHORT>(m_nListOffset + 2); // nothing measured: a row without text height
     CRect measured(0, 0, 0, 0);
     {
         auto font = CSelectObject::Restoring(pDC, SelectStockFont(pDC));

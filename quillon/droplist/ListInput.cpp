@@ -108,7 +108,7 @@ void CDropList::ScrollList(int nAction, int nPos)
         if (lastTop - pos < rows) top = pos = lastTop + 1;
         else top += rows - 1, pos += rows - 1;
         break;
-    case SB_THUMBPOSITION:
+    case SB_THUMBPOSITION: // nPos is a scroll position, within the candidates
         m_nTopItem = static_cast<SHORT>(nPos);
         return;
     case SB_THUMBTRACK:
@@ -206,7 +206,7 @@ void CDropList::ThumbToTop(int nAction)
     if (p < 0) return;
     p += m_nScrollMin;
     if (p == m_nDragPos) return;
-    m_nDragPos = static_cast<SHORT>(p);
+    m_nDragPos = static_cast<SHORT>(p); // at most the scroll range
     ScrollList(nAction, p);
 }
 
@@ -216,7 +216,7 @@ void CDropList::HotTrack(int x, int y)
     const int H = m_pCtrl->GetRowHeight();
     // A row height below one pixel (a large negative ListOffset) leaves no row to point at.
     if (!RowArea().PtInRect(pt) || H < 1) return;
-    const int row = (y - m_nPadTop) / H;
+    const int row = (y - m_nPadTop) / H; // truncated towards zero, as the release's row
     const int hot = row >= 0 && row <= m_nVisibleRows ? m_nTopItem + row : -1;
     if (hot == m_nHotItem) return;
     CRect rcClient;
@@ -298,7 +298,7 @@ void CDropList::OnListKey(UINT nKey)
     case VK_PRIOR: {
         const int next = std::max(hot - rows + 1, 0);
         if (next == hot) return;
-        m_nHotItem = m_nTopItem = static_cast<SHORT>(next);
+        m_nHotItem = m_nTopItem = static_cast<SHORT>(next); // a candidate index
         break;
     }
     case VK_NEXT: {

@@ -1,5 +1,6 @@
 // CQuillonCtrl: the item array, its limit and error reports, and the deferred sort.
 #include "control/QuillonCtrl.h"
+#include "droplist/CaseBlindSort.h"
 #include "droplist/ListItem.h"
 
 namespace {
@@ -70,20 +71,13 @@ void CQuillonCtrl::EnsureSorted()
 
 void CQuillonCtrl::QuickSortItems(SHORT nLeft, SHORT nRight)
 {
-    const CString pivot = ItemText(m_items, (nLeft + nRight) / 2);
-    SHORT i = nLeft, j = nRight;
-    do {
-        while (ItemText(m_items, i).CompareNoCase(pivot) < 0 && i < nRight) ++i;
-        while (pivot.CompareNoCase(ItemText(m_items, j)) < 0 && j > nLeft) --j;
-        if (i > j) break;
-        CObject* swap = m_items[i];
-        m_items.SetAt(i, m_items[j]);
-        m_items.SetAt(j, swap);
-        ++i;
-        --j;
-    } while (i <= j);
-    if (nLeft < j) QuickSortItems(nLeft, j);
-    if (i < nRight) QuickSortItems(i, nRight);
+    CaseBlindQuickSort(
+        nLeft, nRight, [this](int i) -> const CString& { return ItemText(m_items, i); },
+        [this](int i, int j) {
+            CObject* swap = m_items[i];
+            m_items.SetAt(i, m_items[j]);
+            m_items.SetAt(j, swap);
+        });
 }
 
 CString CQuillonCtrl::GetItemText(SHORT index)

@@ -25,6 +25,7 @@ void CDropList::OnPaint()
 {
     CPaintDC dc(this);
     m_nScrollMin = 0;
+    // Both are shorts and the difference is not negative, so it fits one.
     m_nScrollMax = static_cast<SHORT>(m_nItemCount > m_nVisibleRows ? m_nItemCount - m_nVisibleRows : 0);
     m_nScrollPos = m_nTopItem;
     if (m_nScrollMax == 0) m_nTopItem = 0;
@@ -217,7 +218,7 @@ void CDropList::DrawThumbAndTrack(CDC* pDC, const CRect& rcThumb)
     }
     DrawModernFace(pDC, FALSE, FillHorizontal, rcThumb);
     const LONG L = rcThumb.left, R = rcThumb.right;
-    const LONG t = T + 2, b = B - 3, m = t + (b - t) / 2; // the grip's middle, truncated upwards
+    const LONG t = T + 2, b = B - 3, m = t + (b - t) / 2; // an odd span puts the middle nearer the top
     if (b - t <= 10) return;                              // a short thumb has no grip
     auto grip = [&](COLORREF clr, LONG x1, LONG x2, std::initializer_list<LONG> above, std::initializer_list<LONG> below) {
         CPen gripPen(PS_SOLID, 0, clr);
