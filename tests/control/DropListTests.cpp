@@ -260,6 +260,26 @@ TEST_F(DropList, HeldArrowRepeatsAfter400ThenEvery80MillisecondsWhileThePointerI
     EXPECT_EQ(GetText(q, u"Text"), u"a00");
 }
 
+TEST_F(DropList, TrackPressesPageByOneRowLessThanTheView)
+{
+    CControlSite* q = LongField();
+    TypeKeys(u"a");
+    std::vector<int> tops;
+    auto pressIn = [&](const CRect& region) {
+        POINT p = OnList(q, region.left + 5, (region.top + region.bottom) / 2);
+        m_host.Press(p.x, p.y);
+        m_host.Release(p.x, p.y);
+        tops.push_back(List(q).m_nTopItem);
+    };
+    pressIn(List(q).m_rcPageDown);
+    pressIn(List(q).m_rcPageDown);
+    pressIn(List(q).m_rcDown); // at the end, a line down changes nothing
+    pressIn(List(q).m_rcPageUp);
+    pressIn(List(q).m_rcPageUp);
+    EXPECT_EQ(tops, (std::vector<int>{7, 12, 12, 5, 0})) << "20 candidates in 8 rows: the last top is 12";
+    EXPECT_TRUE(IsOpen(q));
+}
+
 TEST_F(DropList, DraggedThumbMovesTheRowsAndJumpsBackWhenThePointerStraysFarOff)
 {
     CControlSite* q = LongField();

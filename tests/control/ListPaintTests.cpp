@@ -68,6 +68,9 @@ const std::vector<std::string> kUpArrowEdges = {
     "LineTo 101,17 #000000", "MoveTo 103,16", "LineTo 103,2 #FFFFFF", "LineTo 118,2 #FFFFFF", "MoveTo 117,2",
     "LineTo 117,16 #A0A0A0", "LineTo 102,16 #A0A0A0"};
 
+// The pointer moving from the first row to the second: only those two rows repaint.
+const std::vector<std::string> kHotRowMovesDown = {"FillRect 1,1,102,16 #FFFFFF", "FillRect 1,16,102,31 #3399FF"};
+
 } // namespace
 
 TEST(ListGeometry, PlacementKeepsTheLeftEdgeOnTheScreenAndOpensUpwardsOnlyPastTheBottom)
@@ -151,7 +154,12 @@ TEST_F(ListPaint, PressedArrowsHotRowAndTheOtherLooks)
 {
     CControlSite* q = OpenList(10);
     CRect rc = ListRect(q);
+    m_host.Move(rc.left + 20, rc.top + 1 + 7);
+    GdiSetDrawLog(TRUE);
     m_host.Move(rc.left + 20, rc.top + 1 + 15 + 7);
+    std::vector<std::string> moved = Only(GdiGetDrawLog(), "FillRect");
+    GdiSetDrawLog(FALSE);
+    ExpectSequence(kHotRowMovesDown, moved);
     EXPECT_EQ(m_host.Pixel(rc.left + 60, rc.top + 20), RGB(0x33, 0x99, 0xFF)) << "the hot row, the whole width";
     EXPECT_EQ(m_host.Pixel(rc.left + 60, rc.top + 5), RGB(0xFF, 0xFF, 0xFF));
     EXPECT_EQ(m_host.Pixel(rc.left, rc.top + 50), RGB(0, 0, 0)) << "the frame";
@@ -193,8 +201,14 @@ TEST_F(ListPaint, TrackPatternFollowsTheScrollBarColour)
 {
     CControlSite* q = OpenList(10);
     EXPECT_EQ(List(q).m_rgbPatternFor, RGB(0xC8, 0xC8, 0xC8));
+    const CBitmap* pBuffer = List(q).m_pBuffer;
+    const int nObjects = GdiGetLiveObjectCount();
+    m_host.SysColor(COLOR_BTNHIGHLIGHT, RGB(0xFE, 0xFE, 0xFE));
+    EXPECT_EQ(List(q).m_rgbPatternFor, RGB(0xC8, 0xC8, 0xC8)) << "the highlight alone rebuilds nothing";
     m_host.SysColor(COLOR_SCROLLBAR, RGB(0x80, 0, 0));
     PaintLog(q);
+    EXPECT_EQ(List(q).m_pBuffer, pBuffer) << "the back buffer stays while the size does";
+    EXPECT_EQ(GdiGetLiveObjectCount(), nObjects);
     EXPECT_EQ(List(q).m_rgbPatternFor, RGB(0x80, 0, 0));
     CRect rc = ListRect(q);
     COLORREF a = m_host.Pixel(rc.left + 108, rc.top + 95), b = m_host.Pixel(rc.left + 109, rc.top + 95);
