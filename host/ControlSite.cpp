@@ -71,6 +71,13 @@ HWND CControlSite::Window() const
     return hwnd;
 }
 
+HRESULT CControlSite::InPlaceDeactivate()
+{
+    CComPtr<IOleInPlaceObject> inplace;
+    HRESULT hr = m_pDispatch->QueryInterface(IID_IOleInPlaceObject, reinterpret_cast<void**>(&inplace));
+    return SUCCEEDED(hr) ? inplace->InPlaceDeactivate() : hr;
+}
+
 HRESULT CControlSite::InPlaceActivate(HWND hwndParent)
 {
     m_hWndForm = hwndParent;

@@ -40,6 +40,7 @@ public:
     // The control's own window once it is active in the form, else 0 (design mode).
     HWND Window() const;
     HRESULT InPlaceActivate(HWND hwndParent);
+    HRESULT InPlaceDeactivate();
     // Offers a key message to the control ahead of the loop's own handling; true when it took it.
     bool PreTranslate(MSG& msg);
     // Paints a control without a window into the form's DC at its place.

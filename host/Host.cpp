@@ -1,5 +1,6 @@
 // CHost and CForm: the container's ambient properties, its forms and the making of controls by ProgID.
 #include "host/Host.h"
+#include <algorithm>
 #include "com/objbase.h"
 #include "base/colors.h"
 #include "gdi/wingdi.h"
@@ -117,6 +118,36 @@ CControlSite* CForm::Make(const CString& progID, const RECT& rc, HRESULT* phr)
 }
 
 // After the control holds its state, it goes live in the form: a window in run mode.
+void CForm::Reactivate()
+{
+    for (auto& site : m_sites) {
+        site->InPlaceDeactivate();
+        site->InPlaceActivate(m_hWnd);
+    }
+    ::InvalidateRect(m_hWnd, nullptr, TRUE);
+}
+
+void CHost::SetUserMode(BOOL bUserMode)
+{
+    m_bUserMode = bUserMode;
+    for (auto& form : m_forms) form->Reactivate();
+    // The first paint in run mode makes each control's child windows; a second shows the faces.
+    Pump();
+    RepaintAll();
+}
+
+RECT CHost::FormsArea() const
+{
+    if (m_forms.empty()) return RECT{0, 0, 0, 0};
+    RECT all = m_forms.front()->Rect();
+    for (auto& form : m_forms) {
+        const RECT& rc = form->Rect();
+        all = RECT{std::min(all.left, rc.left), std::min(all.top, rc.top), std::max(all.right, rc.right),
+                   std::max(all.bottom, rc.bottom)};
+    }
+    return all;
+}
+
 CControlSite* CForm::Activate(CControlSite* site, HRESULT hr, HRESULT* phr)
 {
     if (SUCCEEDED(hr)) hr = site->InPlaceActivate(m_hWnd);

@@ -19,6 +19,8 @@ public:
     CControlSite* Load(const CString& progID, const CString& bagText, const RECT& rc, HRESULT* phr = nullptr);
     const RECT& Rect() const { return m_rc; }
     const std::vector<std::unique_ptr<CControlSite>>& Sites() const { return m_sites; }
+    // Deactivates and activates every control again, as after a change of mode.
+    void Reactivate();
     HWND Window() const { return m_hWnd; }
     // The form's paint: its background, and the controls that have no window of their own.
     void Paint(HDC hdc);
@@ -64,9 +66,17 @@ public:
     HBITMAP Capture(const RECT* area = nullptr);
     // A system colour change, as the theme changes it: every window repaints.
     void SysColor(int index, COLORREF rgb);
+    // Every window paints again, and the paints are delivered.
+    void RepaintAll();
     // A picture object from a BMP, ICO or PNG file, chosen by the extension, with a reference for the
     // caller; nullptr on failure, with the reason in *pReason when given.
     IPictureDisp* LoadPicture(const char* path, std::string* pReason = nullptr);
+
+    // Changes the ambient UserMode as a container switching between design and run mode does: every
+    // control is deactivated and activated again, so that it comes up afresh in the new mode.
+    void SetUserMode(BOOL bUserMode);
+    // The smallest rectangle that holds every form, on the screen.
+    RECT FormsArea() const;
 
     // Ambient properties, answered to every site at each request.
     BOOL m_bUserMode = TRUE;

@@ -120,6 +120,11 @@ void CHost::SysColor(int index, COLORREF rgb)
 {
     INT element = index;
     ::SetSysColors(1, &element, &rgb);
+    RepaintAll();
+}
+
+void CHost::RepaintAll()
+{
     for (HWND top = ::GetTopWindow(nullptr); top; top = ::GetWindow(top, GW_HWNDNEXT)) InvalidateTree(top);
     Pump();
 }

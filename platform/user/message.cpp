@@ -160,6 +160,8 @@ int PumpMessages()
     return n;
 }
 
+BOOL GetNextTimerDue(DWORD* pdwDue) { return pdwDue && EarliestTimer(pdwDue); }
+
 void AdvanceClock(DWORD dwMilliseconds)
 {
     DWORD target = S().dwNow + dwMilliseconds;

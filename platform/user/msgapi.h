@@ -33,6 +33,8 @@ int PumpMessages();
 // Stand-in: moves the virtual clock forward by dwMilliseconds, delivering pending messages and each
 // timer at its due time, in time order.
 void AdvanceClock(DWORD dwMilliseconds);
+// Stand-in: when the earliest timer is due, on the clock of GetTickCount; FALSE when none is set.
+BOOL GetNextTimerDue(DWORD* pdwDue);
 // Stand-in test hook: while set, SetTimer fails and returns 0.
 void SetTimerFailure(BOOL bFail);
 // Stand-in: whether WM_QUIT was retrieved, and its exit code.

@@ -105,6 +105,7 @@ void CQuillonCtrl::OnDestroy()
     m_bEditCreated = FALSE;
     if (m_bListCreated) m_strListClass.Empty();
     m_bListCreated = FALSE;
+    m_dropList.m_bShown = FALSE;
 }
 
 void CQuillonCtrl::OnFontChanged()

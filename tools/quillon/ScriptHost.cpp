@@ -147,6 +147,15 @@ void CScriptHost::HoldHandlerError()
     duk_pop(m_ctx);
 }
 
+std::string CScriptHost::TakeHandlerErrorText()
+{
+    if (!m_bHandlerError) return std::string();
+    TakeHandlerError();
+    std::string text = Describe(-1);
+    duk_pop(m_ctx);
+    return text;
+}
+
 void CScriptHost::TakeHandlerError()
 {
     duk_push_global_stash(m_ctx);

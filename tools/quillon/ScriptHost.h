@@ -35,6 +35,8 @@ public:
     bool HasHandlerError() const { return m_bHandlerError; }
     // Pushes the held error and forgets it.
     void TakeHandlerError();
+    // The held error as "file:line: message", forgotten; empty when none is held.
+    std::string TakeHandlerErrorText();
     // False once the script engine is gone: controls outlive it while the container closes them,
     // and whatever they fire then must not reach it.
     std::shared_ptr<const bool> AliveFlag() const { return m_pAlive; }
@@ -55,3 +57,5 @@ private:
 CScriptHost& ScriptHostOf(duk_context* ctx);
 // The script shown by `quillon demo`.
 extern const char* const kDemoScript;
+// The form `quillon view` shows when it is given no script.
+extern const char* const kShowcaseScript;
