@@ -22,11 +22,23 @@ struct DomTree {
 };
 using TreeRef = std::shared_ptr<DomTree>;
 
+// Appends UTF-8 text as UTF-16, ASCII on a short path.
+void AppendUtf16(std::u16string& out, std::string_view utf8)
+{
+    size_t i = 0;
+    while (i < utf8.size() && static_cast<unsigned char>(utf8[i]) < 0x80) out += static_cast<char16_t>(utf8[i++]);
+    if (i < utf8.size()) out += FromUtf8(utf8.substr(i));
+}
+
 BSTR ToBstr(std::string_view utf8)
 {
-    std::u16string s = FromUtf8(utf8);
-    return SysAllocStringLen(s.data(), static_cast<UINT>(s.size()));
+    thread_local std::u16string buffer;
+    buffer.clear();
+    AppendUtf16(buffer, utf8);
+    return SysAllocStringLen(buffer.data(), static_cast<UINT>(buffer.size()));
 }
+
+std::string_view View(const xmlChar* s) { return s ? reinterpret_cast<const char*>(s) : ""; }
 
 bool IsXmlBlank(char ch) { return ch == ' ' || ch == '\t' || ch == '\n' || ch == '\r'; }
 
@@ -37,19 +49,114 @@ std::string_view TrimBlanks(std::string_view s)
     return s;
 }
 
-std::string NodeName(xmlNodePtr node)
+BSTR NodeName(xmlNodePtr node)
 {
     switch (node->type) {
-    case XML_TEXT_NODE: return "#text";
-    case XML_CDATA_SECTION_NODE: return "#cdata-section";
-    case XML_COMMENT_NODE: return "#comment";
-    case XML_DOCUMENT_NODE: return "#document";
+    case XML_TEXT_NODE: return SysAllocString(u"#text");
+    case XML_CDATA_SECTION_NODE: return SysAllocString(u"#cdata-section");
+    case XML_COMMENT_NODE: return SysAllocString(u"#comment");
+    case XML_DOCUMENT_NODE: return SysAllocString(u"#document");
     default: break;
     }
-    std::string name = node->name ? reinterpret_cast<const char*>(node->name) : "";
     if (node->type == XML_ELEMENT_NODE && node->ns && node->ns->prefix)
-        name = reinterpret_cast<const char*>(node->ns->prefix) + (":" + name);
-    return name;
+        return ToBstr(std::string(View(node->ns->prefix)) + ":" + std::string(View(node->name)));
+    return ToBstr(View(node->name));
+}
+
+// The text of the nodes below: text and CDATA, with comments and instructions left out.
+void AppendSubtreeText(xmlNodePtr node, std::string& out)
+{
+    for (xmlNodePtr c = node->children; c; c = c->next) {
+        if (c->type == XML_TEXT_NODE || c->type == XML_CDATA_SECTION_NODE) out += View(c->content);
+        else if (c->type == XML_ELEMENT_NODE || c->type == XML_ENTITY_REF_NODE) AppendSubtreeText(c, out);
+    }
+}
+
+BSTR NodeText(xmlNodePtr node)
+{
+    if (node->type != XML_ELEMENT_NODE && node->type != XML_DOCUMENT_NODE) return ToBstr(TrimBlanks(View(node->content)));
+    // An element with one text child, the common case, needs no copy.
+    xmlNodePtr only = node->children;
+    if (!only) return SysAllocString(u"");
+    if (!only->next && only->type == XML_TEXT_NODE) return ToBstr(TrimBlanks(View(only->content)));
+    std::string text;
+    AppendSubtreeText(node, text);
+    return ToBstr(TrimBlanks(text));
+}
+
+// Serialisation, as MSXML gives it: markup escaped where it must be, empty elements closed as "/>".
+void AppendEscaped(std::u16string& out, std::string_view text, bool bAttribute)
+{
+    size_t from = 0;
+    for (size_t i = 0; i < text.size(); ++i) {
+        const char16_t* entity = text[i] == '&' ? u"&amp;" : text[i] == '<' ? u"&lt;" : text[i] == '>' ? u"&gt;"
+                               : bAttribute && text[i] == '"' ? u"&quot;" : nullptr;
+        if (!entity) continue;
+        AppendUtf16(out, text.substr(from, i - from));
+        out += entity;
+        from = i + 1;
+    }
+    AppendUtf16(out, text.substr(from));
+}
+
+void AppendMarkup(std::u16string& out, xmlNodePtr node);
+
+void AppendElement(std::u16string& out, xmlNodePtr node)
+{
+    std::u16string name;
+    if (node->ns && node->ns->prefix) { AppendUtf16(name, View(node->ns->prefix)); name += u':'; }
+    AppendUtf16(name, View(node->name));
+    out += u'<';
+    out += name;
+    for (xmlNsPtr ns = node->nsDef; ns; ns = ns->next) {
+        out += ns->prefix ? u" xmlns:" : u" xmlns";
+        if (ns->prefix) AppendUtf16(out, View(ns->prefix));
+        out += u"=\"";
+        AppendEscaped(out, View(ns->href), true);
+        out += u'"';
+    }
+    for (xmlAttrPtr a = node->properties; a; a = a->next) {
+        out += u' ';
+        AppendUtf16(out, View(a->name));
+        out += u"=\"";
+        std::string value;
+        AppendSubtreeText(reinterpret_cast<xmlNodePtr>(a), value);
+        AppendEscaped(out, value, true);
+        out += u'"';
+    }
+    if (!node->children) { out += u"/>"; return; }
+    out += u'>';
+    for (xmlNodePtr c = node->children; c; c = c->next) AppendMarkup(out, c);
+    out += u"</";
+    out += name;
+    out += u'>';
+}
+
+void AppendMarkup(std::u16string& out, xmlNodePtr node)
+{
+    switch (node->type) {
+    case XML_ELEMENT_NODE: AppendElement(out, node); break;
+    case XML_TEXT_NODE: AppendEscaped(out, View(node->content), false); break;
+    case XML_CDATA_SECTION_NODE: out += u"<![CDATA["; AppendUtf16(out, View(node->content)); out += u"]]>"; break;
+    case XML_COMMENT_NODE: out += u"<!--"; AppendUtf16(out, View(node->content)); out += u"-->"; break;
+    case XML_PI_NODE:
+        out += u"<?";
+        AppendUtf16(out, View(node->name));
+        if (node->content) { out += u' '; AppendUtf16(out, View(node->content)); }
+        out += u"?>";
+        break;
+    case XML_ENTITY_REF_NODE: out += u'&'; AppendUtf16(out, View(node->name)); out += u';'; break;
+    case XML_DOCUMENT_NODE:
+        // The declaration is kept as MSXML keeps it, as the first line of the document's text.
+        if (auto doc = reinterpret_cast<xmlDocPtr>(node); doc->version) {
+            out += u"<?xml version=\"";
+            AppendUtf16(out, View(doc->version));
+            out += u"\"?>\r\n";
+        }
+        for (xmlNodePtr c = node->children; c; c = c->next) { AppendMarkup(out, c); out += u"\r\n"; }
+        break;
+    default: break;
+    }
 }
 
 template <class I>
@@ -68,7 +175,7 @@ public:
     HRESULT get_nodeName(BSTR* name) override
     {
         if (!name) return E_POINTER;
-        *name = ToBstr(NodeName(Node()));
+        *name = NodeName(Node());
         return S_OK;
     }
     HRESULT get_text(BSTR* text) override;
@@ -146,10 +253,7 @@ template <class Base>
 HRESULT CDomNodeImpl<Base>::get_text(BSTR* text)
 {
     if (!text) return E_POINTER;
-    xmlChar* content = Node() ? xmlNodeGetContent(Node()) : nullptr;
-    std::string_view s = content ? reinterpret_cast<const char*>(content) : "";
-    *text = ToBstr(TrimBlanks(s));
-    xmlFree(content);
+    *text = Node() ? NodeText(Node()) : SysAllocString(u"");
     return S_OK;
 }
 
@@ -167,20 +271,9 @@ template <class Base>
 HRESULT CDomNodeImpl<Base>::get_xml(BSTR* xmlString)
 {
     if (!xmlString) return E_POINTER;
-    std::string text;
-    if (xmlNodePtr node = Node(); node && node->type == XML_DOCUMENT_NODE) {
-        xmlChar* mem = nullptr;
-        int size = 0;
-        xmlDocDumpMemoryEnc(reinterpret_cast<xmlDocPtr>(node), &mem, &size, "UTF-8");
-        if (mem) text.assign(reinterpret_cast<const char*>(mem), static_cast<size_t>(size));
-        xmlFree(mem);
-    } else if (node) {
-        xmlBufferPtr buf = xmlBufferCreate();
-        xmlNodeDump(buf, node->doc, node, 0, 0);
-        text.assign(reinterpret_cast<const char*>(xmlBufferContent(buf)), static_cast<size_t>(xmlBufferLength(buf)));
-        xmlBufferFree(buf);
-    }
-    *xmlString = ToBstr(text);
+    std::u16string text;
+    if (Node()) AppendMarkup(text, Node());
+    *xmlString = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
     return S_OK;
 }
 
@@ -221,26 +314,29 @@ void RefuseDocumentType(void* ctx, const xmlChar*, const xmlChar*, const xmlChar
     xmlStopParser(ctxt);
 }
 
-bool ReadWholeFile(const std::string& path, std::string& bytes)
+int ReadFromFile(void* context, char* buffer, int len)
 {
-    FILE* f = std::fopen(path.c_str(), "rb");
-    if (!f) return false;
-    char chunk[1 << 16];
-    size_t n;
-    while ((n = std::fread(chunk, 1, sizeof chunk, f)) > 0) bytes.append(chunk, n);
-    bool ok = !std::ferror(f);
-    std::fclose(f);
-    return ok;
+    auto* f = static_cast<FILE*>(context);
+    // The parser asks for at most an int's worth, so what fread gives fits back into one.
+    int n = static_cast<int>(std::fread(buffer, 1, static_cast<size_t>(len), f));
+    return n == 0 && std::ferror(f) ? -1 : n;
 }
+
+int CloseFile(void* context) { return std::fclose(static_cast<FILE*>(context)); }
 
 constexpr int kParseOptions = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
 
-xmlDocPtr ParseSafely(const std::string& bytes)
+// Reads the file in the parser's own pieces; the encoding comes from the byte-order mark or the
+// declaration. Only a plain local file is opened: no URL, no decompression.
+xmlDocPtr ParseFileSafely(const std::string& path)
 {
-    // The parser takes an int size; larger files are refused rather than cut.
-    if (bytes.empty() || bytes.size() > static_cast<size_t>(INT32_MAX)) return nullptr;
-    xmlParserCtxtPtr ctxt = xmlCreateMemoryParserCtxt(bytes.data(), static_cast<int>(bytes.size()));
-    if (!ctxt) return nullptr;
+    FILE* f = std::fopen(path.c_str(), "rb");
+    if (!f) return nullptr;
+    xmlParserCtxtPtr ctxt = xmlCreateIOParserCtxt(nullptr, nullptr, &ReadFromFile, &CloseFile, f, XML_CHAR_ENCODING_NONE);
+    if (!ctxt) {
+        std::fclose(f);
+        return nullptr;
+    }
     ParseGuard guard;
     ctxt->_private = &guard;
     xmlCtxtUseOptions(ctxt, kParseOptions);
@@ -276,11 +372,10 @@ public:
         *isSuccessful = VARIANT_FALSE;
         m_tree.reset();
         if (xmlSource.vt != VT_BSTR) return E_INVALIDARG;
-        std::string bytes;
         CString path = BstrToString(xmlSource.bstrVal);
-        if (path.IsEmpty() || !ReadWholeFile(FileSystemName(path), bytes)) return S_FALSE;
+        if (path.IsEmpty()) return S_FALSE;
         xmlInitParser();
-        xmlDocPtr doc = ParseSafely(bytes);
+        xmlDocPtr doc = ParseFileSafely(FileSystemName(path));
         if (!doc) return S_FALSE;
         m_tree = std::make_shared<DomTree>(doc);
         *isSuccessful = VARIANT_TRUE;
