@@ -35,6 +35,7 @@ BSTR ToBstr(std::string_view utf8)
     thread_local std::u16string buffer;
     buffer.clear();
     AppendUtf16(buffer, utf8);
+    // Node text is bounded by the parser's limits, far below 4G code units.
     return SysAllocStringLen(buffer.data(), static_cast<UINT>(buffer.size()));
 }
 
@@ -273,6 +274,7 @@ HRESULT CDomNodeImpl<Base>::get_xml(BSTR* xmlString)
     if (!xmlString) return E_POINTER;
     std::u16string text;
     if (Node()) AppendMarkup(text, Node());
+    // A document the parser accepts is far below 4G code units.
     *xmlString = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
     return S_OK;
 }
@@ -326,12 +328,41 @@ int CloseFile(void* context) { return std::fclose(static_cast<FILE*>(context)); 
 
 constexpr int kParseOptions = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
 
+void IgnoreGenericError(void*, const char*, ...) {}
+void IgnoreStructuredError(void*, xmlErrorPtr) {}
+
+// libxml2 reports encoding and input errors through its process-wide handlers, which write to
+// standard error; a parse here stays silent, as the DOM does, and puts the handlers back after.
+class CQuietErrors {
+public:
+    CQuietErrors() : m_generic(xmlGenericError), m_genericContext(xmlGenericErrorContext),
+                     m_structured(xmlStructuredError), m_structuredContext(xmlStructuredErrorContext)
+    {
+        xmlSetGenericErrorFunc(nullptr, &IgnoreGenericError);
+        xmlSetStructuredErrorFunc(nullptr, &IgnoreStructuredError);
+    }
+    ~CQuietErrors()
+    {
+        xmlSetGenericErrorFunc(m_genericContext, m_generic);
+        xmlSetStructuredErrorFunc(m_structuredContext, m_structured);
+    }
+    CQuietErrors(const CQuietErrors&) = delete;
+    CQuietErrors& operator=(const CQuietErrors&) = delete;
+
+private:
+    xmlGenericErrorFunc m_generic;
+    void* m_genericContext;
+    xmlStructuredErrorFunc m_structured;
+    void* m_structuredContext;
+};
+
 // Reads the file in the parser's own pieces; the encoding comes from the byte-order mark or the
 // declaration. Only a plain local file is opened: no URL, no decompression.
 xmlDocPtr ParseFileSafely(const std::string& path)
 {
     FILE* f = std::fopen(path.c_str(), "rb");
     if (!f) return nullptr;
+    CQuietErrors quiet;
     xmlParserCtxtPtr ctxt = xmlCreateIOParserCtxt(nullptr, nullptr, &ReadFromFile, &CloseFile, f, XML_CHAR_ENCODING_NONE);
     if (!ctxt) {
         std::fclose(f);

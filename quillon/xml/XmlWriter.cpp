@@ -101,6 +101,7 @@ CString CQuillonCtrl::BuildXmlString(SHORT nFileInfo)
                  FormatXmlShort(u"AutoComplete", m_nAutoComplete), FormatXmlShort(u"AutoFindSize", m_nAutoFindSize),
                  FormatXmlColor(u"BackColor", GetBackColor()), FormatXmlColor(u"BorderColor", m_clrBorder),
                  FormatXmlShort(u"BorderType", m_nBorderType), FormatXmlShort(u"ButtonBevel", m_nButtonBevel),
+                 // The fill type alone is written unsigned: its 16 bits read as 0 to 65535.
                  FormatXmlColor(u"ButtonFillType", static_cast<USHORT>(m_nButtonFillType)),
                  FormatXmlShort(u"ButtonStyle", m_nButtonStyle), FormatXmlShort(u"CaseType", m_nCaseType),
                  FormatXmlColor(u"DisabledColor", m_clrDisabled), FormatXmlShort(u"DisplayStyle", m_nDisplayStyle),
