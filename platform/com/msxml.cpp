@@ -80,7 +80,8 @@ BSTR NodeText(xmlNodePtr node)
     xmlNodePtr only = node->children;
     if (!only) return SysAllocString(u"");
     if (!only->next && only->type == XML_TEXT_NODE) return ToBstr(TrimBlanks(View(only->content)));
-    std::string text;
+    thread_local std::string text;
+    text.clear();
     AppendSubtreeText(node, text);
     return ToBstr(TrimBlanks(text));
 }
