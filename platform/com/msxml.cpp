@@ -14,20 +14,26 @@ namespace {
 
 // The parsed tree; nodes and lists handed out keep it alive after the document is released.
 struct DomTree {
-    explicit DomTree(xmlDocPtr doc) : pDoc(doc) {}
+    DomTree(xmlDocPtr doc, size_t nBytes) : pDoc(doc), nSourceBytes(nBytes) {}
     ~DomTree() { xmlFreeDoc(pDoc); }
     DomTree(const DomTree&) = delete;
     DomTree& operator=(const DomTree&) = delete;
     xmlDocPtr pDoc;
+    size_t nSourceBytes; // the file's size: room enough for its text as UTF-16, without regrowth
 };
 using TreeRef = std::shared_ptr<DomTree>;
+
+constexpr size_t kSerialSlack = 256; // the declaration and line ends the serialisation adds
 
 // Appends UTF-8 text as UTF-16, ASCII on a short path.
 void AppendUtf16(std::u16string& out, std::string_view utf8)
 {
-    size_t i = 0;
-    while (i < utf8.size() && static_cast<unsigned char>(utf8[i]) < 0x80) out += static_cast<char16_t>(utf8[i++]);
-    if (i < utf8.size()) out += FromUtf8(utf8.substr(i));
+    size_t ascii = 0;
+    while (ascii < utf8.size() && static_cast<unsigned char>(utf8[ascii]) < 0x80) ++ascii;
+    size_t old = out.size();
+    out.resize(old + ascii);
+    for (size_t i = 0; i < ascii; ++i) out[old + i] = static_cast<char16_t>(utf8[i]);
+    if (ascii < utf8.size()) out += FromUtf8(utf8.substr(ascii));
 }
 
 BSTR ToBstr(std::string_view utf8)
@@ -89,16 +95,14 @@ BSTR NodeText(xmlNodePtr node)
 // Serialisation, as MSXML gives it: markup escaped where it must be, empty elements closed as "/>".
 void AppendEscaped(std::u16string& out, std::string_view text, bool bAttribute)
 {
-    size_t from = 0;
-    for (size_t i = 0; i < text.size(); ++i) {
-        const char16_t* entity = text[i] == '&' ? u"&amp;" : text[i] == '<' ? u"&lt;" : text[i] == '>' ? u"&gt;"
-                               : bAttribute && text[i] == '"' ? u"&quot;" : nullptr;
-        if (!entity) continue;
-        AppendUtf16(out, text.substr(from, i - from));
-        out += entity;
-        from = i + 1;
+    const char* special = bAttribute ? "&<>\"" : "&<>";
+    for (size_t from = 0; from < text.size();) {
+        size_t at = text.find_first_of(special, from);
+        AppendUtf16(out, text.substr(from, at == std::string_view::npos ? std::string_view::npos : at - from));
+        if (at == std::string_view::npos) break;
+        out += text[at] == '&' ? u"&amp;" : text[at] == '<' ? u"&lt;" : text[at] == '>' ? u"&gt;" : u"&quot;";
+        from = at + 1;
     }
-    AppendUtf16(out, text.substr(from));
 }
 
 void AppendMarkup(std::u16string& out, xmlNodePtr node);
@@ -274,6 +278,7 @@ HRESULT CDomNodeImpl<Base>::get_xml(BSTR* xmlString)
 {
     if (!xmlString) return E_POINTER;
     std::u16string text;
+    if (Tree()) text.reserve(Tree()->nSourceBytes + kSerialSlack);
     if (Node()) AppendMarkup(text, Node());
     // A document the parser accepts is far below 4G code units.
     *xmlString = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
@@ -317,15 +322,22 @@ void RefuseDocumentType(void* ctx, const xmlChar*, const xmlChar*, const xmlChar
     xmlStopParser(ctxt);
 }
 
+struct SourceFile {
+    FILE* pFile;
+    size_t nBytes = 0;
+};
+
 int ReadFromFile(void* context, char* buffer, int len)
 {
-    auto* f = static_cast<FILE*>(context);
+    auto* src = static_cast<SourceFile*>(context);
+    FILE* f = src->pFile;
     // The parser asks for at most an int's worth, so what fread gives fits back into one.
     int n = static_cast<int>(std::fread(buffer, 1, static_cast<size_t>(len), f));
+    src->nBytes += static_cast<size_t>(n);
     return n == 0 && std::ferror(f) ? -1 : n;
 }
 
-int CloseFile(void* context) { return std::fclose(static_cast<FILE*>(context)); }
+int CloseFile(void*) { return 0; } // the file is closed by its opener
 
 constexpr int kParseOptions = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
 
@@ -359,16 +371,11 @@ private:
 
 // Reads the file in the parser's own pieces; the encoding comes from the byte-order mark or the
 // declaration. Only a plain local file is opened: no URL, no decompression.
-xmlDocPtr ParseFileSafely(const std::string& path)
+xmlDocPtr ParseFileSafely(SourceFile& src)
 {
-    FILE* f = std::fopen(path.c_str(), "rb");
-    if (!f) return nullptr;
     CQuietErrors quiet;
-    xmlParserCtxtPtr ctxt = xmlCreateIOParserCtxt(nullptr, nullptr, &ReadFromFile, &CloseFile, f, XML_CHAR_ENCODING_NONE);
-    if (!ctxt) {
-        std::fclose(f);
-        return nullptr;
-    }
+    xmlParserCtxtPtr ctxt = xmlCreateIOParserCtxt(nullptr, nullptr, &ReadFromFile, &CloseFile, &src, XML_CHAR_ENCODING_NONE);
+    if (!ctxt) return nullptr;
     ParseGuard guard;
     ctxt->_private = &guard;
     xmlCtxtUseOptions(ctxt, kParseOptions);
@@ -407,9 +414,12 @@ public:
         CString path = BstrToString(xmlSource.bstrVal);
         if (path.IsEmpty()) return S_FALSE;
         xmlInitParser();
-        xmlDocPtr doc = ParseFileSafely(FileSystemName(path));
+        SourceFile src{std::fopen(FileSystemName(path).c_str(), "rb")};
+        if (!src.pFile) return S_FALSE;
+        xmlDocPtr doc = ParseFileSafely(src);
+        std::fclose(src.pFile);
         if (!doc) return S_FALSE;
-        m_tree = std::make_shared<DomTree>(doc);
+        m_tree = std::make_shared<DomTree>(doc, src.nBytes);
         *isSuccessful = VARIANT_TRUE;
         return S_OK;
     }
