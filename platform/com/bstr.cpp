@@ -1,11 +1,10 @@
 // BSTR allocation: a 32-bit byte length before the characters and a terminating zero after them.
 #include "bstr.h"
-#include <atomic>
 #include <cstdlib>
 #include <cstring>
 
 namespace {
-std::atomic<long> g_live{0};
+long g_live = 0; // strings live on the apartment's one thread, as every caller here does
 }
 
 BSTR SysAllocStringLen(const OLECHAR* pch, UINT cch)

@@ -7,12 +7,14 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 #include "base/crtio.h"
 
 namespace {
 
 // The parsed tree; nodes and lists handed out keep it alive after the document is released.
+// Counted by hand, without atomics: the DOM lives in its apartment's one thread.
 struct DomTree {
     DomTree(xmlDocPtr doc, size_t nBytes) : pDoc(doc), nSourceBytes(nBytes) {}
     ~DomTree() { xmlFreeDoc(pDoc); }
@@ -20,8 +22,22 @@ struct DomTree {
     DomTree& operator=(const DomTree&) = delete;
     xmlDocPtr pDoc;
     size_t nSourceBytes; // the file's size: room enough for its text as UTF-16, without regrowth
+    ULONG nRefs = 0;
 };
-using TreeRef = std::shared_ptr<DomTree>;
+
+class TreeRef {
+public:
+    TreeRef() = default;
+    explicit TreeRef(DomTree* p) : m_p(p) { if (m_p) ++m_p->nRefs; }
+    TreeRef(const TreeRef& o) : TreeRef(o.m_p) {}
+    TreeRef& operator=(TreeRef o) { std::swap(m_p, o.m_p); return *this; }
+    ~TreeRef() { if (m_p && --m_p->nRefs == 0) delete m_p; }
+    DomTree* operator->() const { return m_p; }
+    explicit operator bool() const { return m_p != nullptr; }
+    void reset() { *this = TreeRef(); }
+private:
+    DomTree* m_p = nullptr;
+};
 
 constexpr size_t kSerialSlack = 256; // the declaration and line ends the serialisation adds
 
@@ -419,7 +435,7 @@ public:
         xmlDocPtr doc = ParseFileSafely(src);
         std::fclose(src.pFile);
         if (!doc) return S_FALSE;
-        m_tree = std::make_shared<DomTree>(doc, src.nBytes);
+        m_tree = TreeRef(new DomTree(doc, src.nBytes));
         *isSuccessful = VARIANT_TRUE;
         return S_OK;
     }
