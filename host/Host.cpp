@@ -3,6 +3,7 @@
 #include <algorithm>
 #include "com/objbase.h"
 #include "base/colors.h"
+#include "framework/filedlg.h"
 #include "gdi/wingdi.h"
 #include "user/winuser.h"
 
@@ -50,6 +51,9 @@ CHost::CHost()
         ::DispatchMessage(&msg);
     });
     ::SetMessageBeepHook([this](UINT type) { if (m_onBeep) m_onBeep(type); });
+    AfxSetFileDialogHook([this](BOOL bOpen, const CString& initialName, CString& path) {
+        return m_onFileDialog && m_onFileDialog(bOpen ? "open" : "save", initialName, path);
+    });
 }
 
 CHost::~CHost()
@@ -57,6 +61,7 @@ CHost::~CHost()
     m_forms.clear();
     ::SetMessagePump(nullptr);
     ::SetMessageBeepHook(nullptr);
+    AfxSetFileDialogHook(nullptr);
     if (m_pAmbientFont) m_pAmbientFont->Release();
 }
 

@@ -88,6 +88,9 @@ public:
     std::function<void(CControlSite&, DISPID)> m_onPropertyChanged;
     // MessageBeep, as the host hears it.
     std::function<void(UINT)> m_onBeep;
+    // The answer to a control's file dialog: "open" or "save" and the initial name; the chosen
+    // path, or false to cancel. Without it every dialog is cancelled.
+    std::function<bool(const char* kind, const CString& initialName, CString& path)> m_onFileDialog;
 
 private:
     HBITMAP ComposeScreen();

@@ -1,14 +1,17 @@
 // The table of in-process servers and ProgIDs behind CoCreateInstance.
 #include "objbase.h"
 #include <map>
+#include <cassert>
 #include <vector>
 #include "base/cstring.h"
+#include "msxml.h"
 
 namespace {
 
 std::vector<LPFNGETCLASSOBJECT>& Servers()
 {
-    static std::vector<LPFNGETCLASSOBJECT> servers;
+    // The system's own servers are there from the start.
+    static std::vector<LPFNGETCLASSOBJECT> servers{&MsxmlDllGetClassObject};
     return servers;
 }
 
@@ -27,6 +30,22 @@ void CoRegisterInprocServer(LPFNGETCLASSOBJECT pfn)
     for (auto p : Servers()) if (p == pfn) return;
     Servers().push_back(pfn);
 }
+
+void CoRevokeInprocServer(LPFNGETCLASSOBJECT pfn) { std::erase(Servers(), pfn); }
+
+namespace {
+int g_nInitialized = 0;
+} // namespace
+
+HRESULT CoInitialize(void*) { return g_nInitialized++ == 0 ? S_OK : S_FALSE; }
+
+void CoUninitialize()
+{
+    assert(g_nInitialized > 0 && "CoUninitialize without CoInitialize");
+    --g_nInitialized;
+}
+
+int CoGetInitializeCount() { return g_nInitialized; }
 
 void CoRegisterProgID(LPCOLESTR progid, REFCLSID clsid) { ProgIDs()[Key(progid)] = clsid; }
 

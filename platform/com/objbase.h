@@ -9,9 +9,17 @@ typedef HRESULT (*LPFNGETCLASSOBJECT)(REFCLSID rclsid, REFIID riid, void** ppv);
 // Stand-in for a server's InprocServer32 key and its loading: the server's DllGetClassObject is
 // made known to COM directly. Registering the same entry twice has no further effect.
 void CoRegisterInprocServer(LPFNGETCLASSOBJECT pfnGetClassObject);
+// Stand-in for removing a server's registration (the DOM's server is there from the start).
+void CoRevokeInprocServer(LPFNGETCLASSOBJECT pfnGetClassObject);
 // Stand-in for the ProgID key of the registry, written when a class factory is made.
 void CoRegisterProgID(LPCOLESTR lpszProgID, REFCLSID rclsid);
 
 HRESULT CLSIDFromProgID(LPCOLESTR lpszProgID, CLSID* lpclsid);
 HRESULT CoGetClassObject(REFCLSID rclsid, DWORD dwClsContext, void* pvReserved, REFIID riid, void** ppv);
 HRESULT CoCreateInstance(REFCLSID rclsid, IUnknown* pUnkOuter, DWORD dwClsContext, REFIID riid, void** ppv);
+
+// The thread's COM initialisation, counted: S_OK for the first call, S_FALSE for the nested ones.
+// Stand-in: CoCreateInstance does not insist on it; CoGetInitializeCount tells the depth.
+HRESULT CoInitialize(void* pvReserved);
+void CoUninitialize();
+int CoGetInitializeCount();

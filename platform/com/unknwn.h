@@ -1,7 +1,7 @@
 // COM core: GUIDs, IUnknown, IDispatch and the automation constants, as objbase.h and oaidl.h name them.
 #pragma once
-#include <atomic>
 #include <cstring>
+#include <utility>
 #include "base/wintypes.h"
 
 struct GUID {
@@ -117,6 +117,8 @@ protected:
 };
 
 // Reference count shared by the implementations in this stand-in: deletes the object at zero.
+// Objects live in the single-threaded apartment of the thread that made them, so the count is a
+// plain number, as ATL's CComSingleThreadModel keeps it.
 template <class T>
 class CComRefCount {
 public:
@@ -128,7 +130,7 @@ public:
         return n;
     }
 private:
-    std::atomic<ULONG> m_cRef{1};
+    ULONG m_cRef = 1;
 };
 
 // Releases an interface pointer when it goes out of scope.

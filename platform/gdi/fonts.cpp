@@ -111,6 +111,9 @@ Font::~Font()
         FT_Done_Face(static_cast<FT_Face>(m_face));
 }
 
+constexpr size_t kMaxCachedFonts = 64;
+constexpr long kMaxPixelsPerEm = 2048;
+
 std::shared_ptr<Font> Font::Realize(const LOGFONTW& lf)
 {
     // Fonts are realised once per face, size and style and then shared by every handle that asks for them.
@@ -126,6 +129,10 @@ std::shared_ptr<Font> Font::Realize(const LOGFONTW& lf)
     if (!Resolve(std::get<0>(key), bBold, bItalic, &m) ||
         !p->Open(m.strFile, m.nIndex, lf, m.nWeight >= FC_WEIGHT_DEMIBOLD, m.nSlant != FC_SLANT_ROMAN))
         p = nullptr;
+    // Fonts that no handle holds any more are let go once the cache grows, so that a host making
+    // fonts of ever new sizes does not keep every one of them and its glyphs.
+    if (s_pCache->size() >= kMaxCachedFonts)
+        std::erase_if(*s_pCache, [](const auto& entry) { return entry.second.use_count() <= 1; });
     (*s_pCache)[key] = p;
     return p;
 }
@@ -149,6 +156,9 @@ bool Font::Open(const std::string& strFile, int nIndex, const LOGFONTW& lf, bool
     long ppem = lf.lfHeight < 0 ? -lf.lfHeight
               : lf.lfHeight > 0 ? std::max<long>(1, (lf.lfHeight * upem + (winAscent + winDescent) / 2) / (winAscent + winDescent))
                                 : 16;
+    // Stand-in: glyphs are rasterised whole into memory, so sizes are held to a size that still
+    // fills any screen; GDI itself would draw a larger font in pieces.
+    ppem = std::min<long>(ppem, kMaxPixelsPerEm);
     FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(ppem));
     m_tm.tmAscent = Scale(winAscent, ppem, upem);
     m_tm.tmDescent = Scale(winDescent, ppem, upem);

@@ -8,6 +8,8 @@
 #include "framework/pictholder.h"
 #include "mask/MaskEdit.h"
 
+struct IXMLDOMNodeList;
+
 class CQuillonCtrl : public COleControl {
 public:
     CQuillonCtrl();
@@ -124,6 +126,22 @@ public:
     const CString& ItemAt(int index) const;
     bool IsCaseBlindAscending(const std::vector<SHORT>& list);
 
+    // XML document: the writer, the reader and the file dialogs of XMLWrite and XMLRead
+    CString BuildXmlString(SHORT nFileInfo);
+    CString FormatXmlShort(LPCTSTR strName, SHORT nValue);
+    CString FormatXmlColor(LPCTSTR strName, ULONG nValue);
+    CString FormatXmlFont(LPCTSTR strName, IFont* pFont);
+    CString ReadXMLString(SHORT nFileInfo);
+    BOOL WriteFile(LPCTSTR strFileName, SHORT nFileInfo);
+    BOOL WriteXmlFile(LPCTSTR strFileName);
+    BOOL ReadFile(LPCTSTR strFileName, SHORT nFileInfo);
+    BOOL ReadXmlFile(LPCTSTR strFileName, SHORT nFileInfo);
+    void ApplyXmlProperty(const CString& strName, const CString& strValue);
+    void ApplyXmlFont(IFont* pFont, const CString& strValue);
+    BOOL ReadXmlItem(IXMLDOMNodeList* pChildren);
+    void SetXMLRead(LPCTSTR strValue);
+    void SetXMLWrite(LPCTSTR strValue);
+
     // Events
     void FireChange() { FireEvent(eventidChange); }
     void FireCtrlError(SHORT nError, SHORT nIndex);
@@ -167,6 +185,7 @@ private:
 
     // Property gets and puts of the dispatch map (QuillonAccess.cpp).
     friend struct QuillonDispatchTable;
+    friend struct QuillonXmlTable;
     template <SHORT CQuillonCtrl::*Member> SHORT GetShort() { return this->*Member; }
     template <BOOL CQuillonCtrl::*Member> BOOL GetBool() { return this->*Member; }
     template <OLE_COLOR CQuillonCtrl::*Member> OLE_COLOR GetColor() { return this->*Member; }

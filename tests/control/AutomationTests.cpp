@@ -204,7 +204,7 @@ TEST_F(ControlTest, DesignModeKeepsTheTemplateEmptyUntilTheMaskIsPut)
 TEST_F(ControlTest, NotYetBuiltEntriesSaySo)
 {
     CControlSite* q = Create();
-    EXPECT_EQ(q->Call(u"ReadFile", {COleVariant(u"x.xml"), COleVariant(SHORT(0))}, nullptr), E_NOTIMPL);
-    EXPECT_EQ(q->Call(u"WriteFile", {COleVariant(u"x.xml"), COleVariant(SHORT(0))}, nullptr), E_NOTIMPL);
+    EXPECT_EQ(q->Call(u"AboutBox", {}, nullptr), E_NOTIMPL);
+    EXPECT_EQ(q->Put(u"PropertyPages", COleVariant(SHORT(1))), E_NOTIMPL);
     EXPECT_FALSE(q->IsDirty());
 }

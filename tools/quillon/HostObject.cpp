@@ -1,4 +1,5 @@
-// The global host object: forms, the ambient UserMode, persistence, and the host's notifications.
+// The global host object: forms, the ambient UserMode, persistence, the host's notifications and
+// its answer to file dialogs.
 #include <string>
 #include "ScriptBinding.h"
 #include "ScriptHost.h"
@@ -75,6 +76,78 @@ void DefineUserMode(duk_context* ctx)
     duk_def_prop(ctx, -4, DUK_DEFPROP_HAVE_GETTER | DUK_DEFPROP_HAVE_SETTER | DUK_DEFPROP_SET_ENUMERABLE);
 }
 
+// host.fileDialog: the function that answers a control's file dialog, or null.
+duk_ret_t GetFileDialog(duk_context* ctx)
+{
+    duk_push_global_stash(ctx);
+    duk_get_prop_string(ctx, -1, kHostHandlersKey);
+    duk_get_prop_string(ctx, -1, "fileDialog");
+    if (duk_is_undefined(ctx, -1)) duk_push_null(ctx);
+    return 1;
+}
+
+duk_ret_t SetFileDialogBody(duk_context* ctx)
+{
+    if (!duk_is_function(ctx, 0) && !duk_is_null_or_undefined(ctx, 0))
+        return PushScriptError(ctx, "fileDialog: the handler must be a function or null");
+    duk_push_global_stash(ctx);
+    duk_get_prop_string(ctx, -1, kHostHandlersKey);
+    duk_dup(ctx, 0);
+    duk_put_prop_string(ctx, -2, "fileDialog");
+    return 0;
+}
+
+void DefineFileDialog(duk_context* ctx)
+{
+    duk_push_string(ctx, "fileDialog");
+    duk_push_c_function(ctx, &GetFileDialog, 0);
+    duk_push_c_function(ctx, &Guarded<SetFileDialogBody>, 1);
+    duk_def_prop(ctx, -4, DUK_DEFPROP_HAVE_GETTER | DUK_DEFPROP_HAVE_SETTER | DUK_DEFPROP_SET_ENUMERABLE);
+}
+
+struct FileDialogCall {
+    const char* kind;
+    std::string initialName;
+};
+
+// [] -> [the handler's result, or an error]; the result is undefined when there is no handler.
+duk_ret_t AskFileDialogSafely(duk_context* ctx, void* udata)
+{
+    auto* call = static_cast<FileDialogCall*>(udata);
+    GetFileDialog(ctx);
+    duk_replace(ctx, -3);
+    duk_pop(ctx);
+    if (!duk_is_function(ctx, -1)) {
+        duk_pop(ctx);
+        duk_push_undefined(ctx);
+        return 1;
+    }
+    duk_push_string(ctx, call->kind);
+    duk_push_lstring(ctx, call->initialName.data(), call->initialName.size());
+    if (duk_pcall(ctx, 2) != DUK_EXEC_SUCCESS) duk_push_true(ctx); // marks the error below it
+    else duk_push_false(ctx);
+    return 2;
+}
+
+// The path the script's handler returns; a handler error is held for the script and cancels.
+bool AskFileDialog(duk_context* ctx, const char* kind, const CString& initialName, CString& path)
+{
+    CScriptHost& host = ScriptHostOf(ctx);
+    if (host.HasHandlerError()) return false;
+    FileDialogCall call{kind, ToUtf8(initialName)};
+    duk_safe_call(ctx, &AskFileDialogSafely, &call, 0, 2);
+    bool failed = duk_get_boolean_default(ctx, -1, false);
+    duk_pop(ctx);
+    if (failed) {
+        host.HoldHandlerError();
+        return false;
+    }
+    bool chosen = duk_is_string(ctx, -1);
+    if (chosen) path = CString(FromUtf8(duk_get_string(ctx, -1)));
+    duk_pop(ctx);
+    return chosen;
+}
+
 struct HostEvent {
     const char* name;
     CControlSite* site; // PropertyChanged: the control that changed
@@ -126,6 +199,7 @@ void PushHostObject(duk_context* ctx)
     PutFunction(ctx, -1, "isDirty", &Guarded<IsDirtyBody>, 1);
     PutFunction(ctx, -1, "on", &Guarded<OnBody>, 2);
     DefineUserMode(ctx);
+    DefineFileDialog(ctx);
     AddWindowCalls(ctx, -1);
 }
 
@@ -135,4 +209,7 @@ void ListenToHost(duk_context* ctx, CHost& host)
         Deliver(ctx, HostEvent{"PropertyChanged", &site, static_cast<double>(dispid)});
     };
     host.m_onBeep = [ctx](UINT type) { Deliver(ctx, HostEvent{"Beep", nullptr, static_cast<double>(type)}); };
+    host.m_onFileDialog = [ctx](const char* kind, const CString& initialName, CString& path) {
+        return AskFileDialog(ctx, kind, initialName, path);
+    };
 }
