@@ -77,7 +77,7 @@ constexpr char16_t kLetters[] = u"aAbBäÄωΩkK\u212A ";
 constexpr int kLetterCount = static_cast<int>(std::size(kLetters)) - 1;
 const char16_t* const kFixedItems[] = {u"", u"a", u"ab", u"apple", u"Apple", u"APPLE", u"apple pie",
                                        u"Ärger", u"ärger", u"Ωmega", u"ωmega", u"kelvin", u"\u212Aelvin"};
-constexpr int kSets = 16, kCasesPerSet = 26, kMaxSetSize = 240, kMaxTail = 3, kMaxWordLength = 6;
+constexpr int kSets = 16, kCasesPerSet = 26, kMaxSetSize = 1200, kMaxTail = 3, kMaxWordLength = 6;
 
 class AutoCompleteEquivalence : public ControlTest, public ::testing::WithParamInterface<int> {
 protected:
