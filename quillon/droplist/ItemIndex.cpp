@@ -60,7 +60,29 @@ template <class Key> void CItemIndex::BuildOrder(Order& order, Key key)
         // Positions stay below the array's limit of 32760.
         order.group[i] = bSameAsPrevious ? order.group[order.sorted[p - 1]] : static_cast<SHORT>(p);
     }
+    BuildBlockMinima(order);
     order.bBuilt = true;
+}
+
+void CItemIndex::BuildBlockMinima(Order& order)
+{
+    const int n = static_cast<int>(order.sorted.size());
+    order.blockMin.clear();
+    for (int p = 0; p < n; p += Order::kBlock)
+        order.blockMin.push_back(*std::min_element(order.sorted.begin() + p, order.sorted.begin() + std::min(p + Order::kBlock, n)));
+}
+
+// The lowest item index at the sorted positions of a non-empty range: the ragged ends one by one,
+// the whole blocks between them by their minima.
+int CItemIndex::LowestIndex(const Order& order, Range r)
+{
+    const auto at = [&](int p) { return order.sorted.begin() + p; };
+    const int firstWhole = (r.lo + Order::kBlock - 1) / Order::kBlock, endWhole = r.hi / Order::kBlock;
+    if (firstWhole >= endWhole) return *std::min_element(at(r.lo), at(r.hi));
+    int lowest = *std::min_element(order.blockMin.begin() + firstWhole, order.blockMin.begin() + endWhole);
+    if (r.lo < firstWhole * Order::kBlock) lowest = std::min<int>(lowest, *std::min_element(at(r.lo), at(firstWhole * Order::kBlock)));
+    if (endWhole * Order::kBlock < r.hi) lowest = std::min<int>(lowest, *std::min_element(at(endWhole * Order::kBlock), at(r.hi)));
+    return lowest;
 }
 
 const CItemIndex::Order& CItemIndex::Blind()
@@ -110,9 +132,20 @@ void CItemIndex::FindExtending(const CString& strText, BOOL bMatchCase, std::vec
         std::sort(out.begin() + static_cast<std::ptrdiff_t>(first), out.end());
         return;
     }
-    // Many: one pass over the array, which yields them in order.
-    for (int i = 0; i < n; ++i)
-        if (order.group[i] >= r.lo && order.group[i] < r.hi && Length(i) > L) out.push_back(static_cast<SHORT>(i));
+    // Many: one pass over the array, which yields them in order. The matches lie scattered over the
+    // array, so a branch on each would often be mispredicted: every index is written, and the count
+    // moves past it only when it matches.
+    const size_t first = out.size();
+    out.resize(first + static_cast<size_t>(n));
+    SHORT* dst = out.data() + first;
+    const unsigned width = static_cast<unsigned>(k);
+    size_t kept = 0;
+    for (int i = 0; i < n; ++i) {
+        dst[kept] = static_cast<SHORT>(i);
+        const bool bInRange = static_cast<unsigned>(order.group[i] - r.lo) < width;
+        kept += static_cast<size_t>(bInRange & (Length(i) > L));
+    }
+    out.resize(first + kept);
 }
 
 int CItemIndex::FindFirstStarting(const CString& strPrefix, BOOL bMatchCase)
@@ -121,7 +154,7 @@ int CItemIndex::FindFirstStarting(const CString& strPrefix, BOOL bMatchCase)
     const Range r = FindRange(strPrefix, bMatchCase, prefix);
     const Order& order = bMatchCase ? m_exact : m_blind;
     if (r.lo == r.hi) return -1;
-    return *std::min_element(order.sorted.begin() + r.lo, order.sorted.begin() + r.hi);
+    return LowestIndex(order, r);
 }
 
 bool CItemIndex::IsCaseBlindAscending(const std::vector<SHORT>& list)
@@ -137,5 +170,5 @@ size_t CItemIndex::BytesHeld() const
 {
     auto bytes = [](const auto& v) { return v.capacity() * sizeof(v[0]); };
     return m_folded.capacity() * sizeof(char16_t) + bytes(m_start) + bytes(m_blind.sorted) + bytes(m_blind.group) +
-           bytes(m_exact.sorted) + bytes(m_exact.group);
+           bytes(m_blind.blockMin) + bytes(m_exact.sorted) + bytes(m_exact.group) + bytes(m_exact.blockMin);
 }

@@ -31,10 +31,14 @@ public:
 private:
     // Item indices sorted by key, and for each item the sorted position of the first item with an
     // equal key: a range of sorted positions holds an item exactly when it holds that position.
+    // blockMin holds the lowest item index of each block of kBlock sorted positions, so that the
+    // lowest index of a range reads whole blocks at once.
     struct Order {
+        static constexpr int kBlock = 64;
         bool bBuilt = false;
         std::vector<SHORT> sorted;
         std::vector<SHORT> group;
+        std::vector<SHORT> blockMin;
     };
     struct Range {
         int lo, hi;
@@ -44,6 +48,8 @@ private:
     const Order& Blind();
     const Order& Exact();
     template <class Key> void BuildOrder(Order& order, Key key);
+    static void BuildBlockMinima(Order& order);
+    static int LowestIndex(const Order& order, Range r);
     template <class Key> Range Find(const Order& order, Key key, std::u16string_view prefix) const;
     Range FindRange(const CString& strText, BOOL bMatchCase, std::u16string& prefix);
     std::u16string_view BlindKey(int i) const { return {m_folded.data() + m_start[i], Length(i)}; }
