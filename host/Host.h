@@ -62,6 +62,11 @@ public:
     bool Snapshot(const char* path, const RECT* area = nullptr);
     // The composed screen, or the area of it, as a bitmap the caller deletes.
     HBITMAP Capture(const RECT* area = nullptr);
+    // Holds an area of the screen as it looks now, drawn over every window in later pixels, captures
+    // and snapshots until Thaw: a still of a look that cannot stay on screen, such as a popup that
+    // closes when the focus moves on. False when the area is empty or cannot be captured.
+    bool Freeze(const RECT& area);
+    void Thaw();
     // A system colour change, as the theme changes it: every window repaints.
     void SysColor(int index, COLORREF rgb);
     // A picture object from a BMP, ICO or PNG file, chosen by the extension, with a reference for the
@@ -81,6 +86,12 @@ public:
 
 private:
     HBITMAP ComposeScreen();
+    void ComposeStills(HDC screen);
+    struct Still {
+        HBITMAP bitmap;
+        RECT at;
+    };
     std::vector<std::unique_ptr<CForm>> m_forms;
+    std::vector<Still> m_stills;
     IFont* m_pAmbientFont = nullptr;
 };
