@@ -1,4 +1,4 @@
-// quillon demo: masked formatting, events as they arrive, and a save/load round trip.
+// quillon demo: masked formatting, events as they arrive, a save/load round trip, auto-complete with its list, and a gallery of looks.
 var form = host.form(100, 100, 400, 300);
 var q = form.create("QUILLON.QuillonCtrl.2", 10, 10, 160, 24);
 
