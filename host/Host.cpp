@@ -58,6 +58,7 @@ CHost::CHost()
 
 CHost::~CHost()
 {
+    Thaw();
     m_forms.clear();
     ::SetMessagePump(nullptr);
     ::SetMessageBeepHook(nullptr);

@@ -64,6 +64,11 @@ public:
     bool Snapshot(const char* path, const RECT* area = nullptr);
     // The composed screen, or the area of it, as a bitmap the caller deletes.
     HBITMAP Capture(const RECT* area = nullptr);
+    // Holds an area of the screen as it looks now, drawn over every window in later pixels, captures
+    // and snapshots until Thaw: a still of a look that cannot stay on screen, such as a popup that
+    // closes when the focus moves on. False when the area is empty or cannot be captured.
+    bool Freeze(const RECT& area);
+    void Thaw();
     // A system colour change, as the theme changes it: every window repaints.
     void SysColor(int index, COLORREF rgb);
     // Every window paints again, and the paints are delivered.
@@ -94,6 +99,12 @@ public:
 
 private:
     HBITMAP ComposeScreen();
+    void ComposeStills(HDC screen);
+    struct Still {
+        HBITMAP bitmap;
+        RECT at;
+    };
     std::vector<std::unique_ptr<CForm>> m_forms;
+    std::vector<Still> m_stills;
     IFont* m_pAmbientFont = nullptr;
 };

@@ -1,5 +1,5 @@
 // CHost: the composed screen: every visible window's surface in z-order, clipped to its parent,
-// with the caret on top; pixels and PNG snapshots of it, and system colour changes.
+// with the caret and then the held stills on top; pixels and PNG snapshots of it, and system colour changes.
 #include <vector>
 #include "base/colors.h"
 #include "gdi/wingdi.h"
@@ -64,9 +64,37 @@ HBITMAP CHost::ComposeScreen()
     Pump(); // the screen shows what has been painted: let pending paints run first
     for (HWND top : BottomUp(::GetTopWindow(nullptr))) ComposeWindow(screen, top, all);
     ComposeCaret(screen);
+    ComposeStills(screen);
     ::SelectObject(screen, old);
     ::DeleteDC(screen);
     return bitmap;
+}
+
+void CHost::ComposeStills(HDC screen)
+{
+    HDC src = ::CreateCompatibleDC(screen);
+    for (const Still& still : m_stills) {
+        HGDIOBJ old = ::SelectObject(src, still.bitmap);
+        ::BitBlt(screen, still.at.left, still.at.top, still.at.right - still.at.left, still.at.bottom - still.at.top, src, 0, 0,
+                 SRCCOPY);
+        ::SelectObject(src, old);
+    }
+    ::DeleteDC(src);
+}
+
+bool CHost::Freeze(const RECT& area)
+{
+    if (area.right <= area.left || area.bottom <= area.top) return false;
+    HBITMAP bitmap = Capture(&area);
+    if (!bitmap) return false;
+    m_stills.push_back(Still{bitmap, area});
+    return true;
+}
+
+void CHost::Thaw()
+{
+    for (const Still& still : m_stills) ::DeleteObject(still.bitmap);
+    m_stills.clear();
 }
 
 COLORREF CHost::Pixel(int x, int y)

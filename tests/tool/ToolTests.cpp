@@ -70,3 +70,20 @@ TEST(Tool, TypedNumberShowsInTheSnapshot)
     EXPECT_TRUE(std::filesystem::exists(png));
     EXPECT_GT(std::filesystem::file_size(png), 100u);
 }
+
+TEST(Tool, FrozenAreaOutlivesTheLookUntilThawed)
+{
+    Result r = RunScript(std::string(kForm) +
+                         "function dark() { var n = 0;\n"
+                         "  for (var x = 113; x < 225; ++x) for (var y = 113; y < 131; ++y) if (host.pixel(x, y) === 0) ++n;\n"
+                         "  return n; }\n"
+                         "q.Text = '8888888'; host.pump(); q.BorderColor = q.BorderColor; host.pump(); var shown = dark();\n"
+                         "host.freeze(110, 110, 30, 24); q.Text = '';\n"
+                         "var held = dark();\n"
+                         "host.thaw(); var gone = dark();\n"
+                         "print(shown > 20, held > 20 && held < shown, gone);\n"
+                         "host.freeze(110, 110, 0, 24);\n");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.out, "true true 0\n");
+    EXPECT_NE(r.err.find("freeze: the area must be non-empty"), std::string::npos) << r.err;
+}

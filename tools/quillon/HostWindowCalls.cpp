@@ -124,6 +124,22 @@ duk_ret_t SnapshotBody(duk_context* ctx)
     return 0;
 }
 
+// host.freeze(x, y, w, h): that area of the screen, as it looks now, stays over every window in
+// later pixels and snapshots until host.thaw().
+duk_ret_t FreezeBody(duk_context* ctx)
+{
+    int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1);
+    RECT area{x, y, x + duk_require_int(ctx, 2), y + duk_require_int(ctx, 3)};
+    if (!HostOf(ctx).Freeze(area)) return PushScriptError(ctx, "freeze: the area must be non-empty");
+    return 0;
+}
+
+duk_ret_t ThawBody(duk_context* ctx)
+{
+    HostOf(ctx).Thaw();
+    return 0;
+}
+
 duk_ret_t SysColorBody(duk_context* ctx)
 {
     int index = duk_require_int(ctx, 0);
@@ -160,6 +176,8 @@ void AddWindowCalls(duk_context* ctx, duk_idx_t host)
     PutFunction(ctx, host, "pump", &Guarded<PumpBody>, 0);
     PutFunction(ctx, host, "pixel", &Guarded<PixelBody>, 2);
     PutFunction(ctx, host, "snapshot", &Guarded<SnapshotBody>, DUK_VARARGS);
+    PutFunction(ctx, host, "freeze", &Guarded<FreezeBody>, 4);
+    PutFunction(ctx, host, "thaw", &Guarded<ThawBody>, 0);
     PutFunction(ctx, host, "sysColor", &Guarded<SysColorBody>, 2);
     PutFunction(ctx, host, "loadPicture", &Guarded<LoadPictureBody>, 1);
 }

@@ -1,4 +1,4 @@
-// quillon demo: masked formatting, events as they arrive, and a save/load round trip.
+// quillon demo: masked formatting, events as they arrive, a save/load round trip, auto-complete with its list, and a gallery of looks.
 var form = host.form(100, 100, 400, 300);
 var q = form.create("QUILLON.QuillonCtrl.2", 10, 10, 160, 24);
 
@@ -71,8 +71,74 @@ wait(600);
 print("-- a click on the drop button");
 host.click(243, 192);
 
+print("== Auto-complete over city names ==");
+var cityNames = ["Amsterdam", "Athens", "Atlanta", "Auckland", "Austin", "Baltimore", "Bangkok", "Barcelona", "Berlin",
+    "Bogota", "Boston", "Brisbane", "Brussels", "Budapest", "Cairo", "Calgary", "Chicago", "Cleveland", "Copenhagen",
+    "Dallas", "Denver", "Detroit", "Dublin", "Edinburgh", "Frankfurt", "Geneva", "Glasgow", "Hamburg", "Helsinki",
+    "Houston", "Istanbul", "Lisbon", "London", "Madrid", "Manchester", "Melbourne", "Memphis", "Mexico City", "Miami",
+    "Milan", "Montreal", "Munich", "Nairobi", "Naples", "Nashville", "Oslo", "Ottawa", "Paris", "Phoenix", "Prague",
+    "Sacramento", "Salt Lake City", "San Antonio", "San Diego", "San Francisco", "San Jose", "Santiago", "Seattle",
+    "Sydney", "Toronto", "Vancouver", "Vienna", "Warsaw", "Zurich"];
+var citySuffixes = ["", " Heights", " Park", " Springs", " Valley"];
+var cityForm = { x: 100 + 200, y: 100 + 10, w: 160, h: 24 };   // the field on the screen
+var city = form.create("QUILLON.QuillonCtrl.2", cityForm.x - 100, cityForm.y - 100, cityForm.w, cityForm.h);
+cityNames.forEach(function (name) { citySuffixes.forEach(function (suffix) { city.AddItem(name + suffix); }); });
+city.AutoComplete = 3;   // Both: the list suggests, the edit completes
+city.AutoFindSize = 2;
+print(city.ItemCount(), "items, AutoComplete", city.AutoComplete, "AutoFindSize", city.AutoFindSize);
+
+// The list opens right under the field, as wide as it; its rows start 1 px below its top edge and are
+// as high as an "M" of the font (13 px here) + 2 + ListOffset.
+var list = { left: cityForm.x, top: cityForm.y + cityForm.h, rowHeight: 13 + 2 + city.ListOffset, rows: 8 };
+var kListFrame = 0x000000, kHighlight = 0xFF9933;   // COLORREFs: the border colour and COLOR_HIGHLIGHT
+function rowTop(row) { return list.top + 1 + row * list.rowHeight; }
+function listState() {
+    if (host.pixel(list.left, list.top + list.rowHeight) !== kListFrame) return "list closed";
+    for (var row = 0; row < list.rows; ++row)
+        if (host.pixel(list.left + 2, rowTop(row) + 1) === kHighlight) return "list open, row " + row + " highlighted";
+    return "list open, no row highlighted";
+}
+function showCity(step) {
+    print(step + ":", show(city.Text), "selected", city.SelStart() + "-" + city.SelEnd() + ",", listState());
+}
+city.on("Change", function () { print("    Change"); });
+city.on("KeyDown", function (keyCode, shift) { print("    KeyDown", keyCode.value, "shift", shift); });
+city.on("KeyPress", function (keyAscii) { print("    KeyPress", keyAscii.value); });
+host.pump();
+host.focus(city);
+print("-- typing \"Sa\": the second key opens the list and completes the text");
+host.type("S");
+showCity("S");
+host.type("a");
+showCity("Sa");
+print("-- walking the list: each key puts its item into the edit");
+["Down", "Down", "PageDown", "Up"].forEach(function (name) {
+    host.key(name);
+    showCity(name);
+});
+host.key("Enter");
+showCity("Enter");
+print("-- typing \"Me\" over the selection, then a pick with the mouse");
+host.type("Me");
+showCity("Me");
+var pick = { x: list.left + 40, y: rowTop(2) + Math.floor(list.rowHeight / 2) };
+host.click(pick.x, pick.y);
+showCity("click on row 2 right after the opening (swallowed)");
+host.click(pick.x, pick.y);
+showCity("click on row 2");
+print("-- typing \"Bo\", a move onto row 1 (it only highlights), Escape, and the list again");
+host.type("Bo");
+host.move(pick.x, rowTop(1) + 3);
+showCity("move onto row 1");
+host.key("Escape");
+showCity("Escape");
+host.type("s");
+showCity("s");
+city.HideList();
+showCity("HideList()");
+
 print("== A gallery of looks ==");
-var gallery = host.form(520, 10, 490, 450);
+var gallery = host.form(520, 10, 490, 620);
 var looks = [];
 function look(text, props) {
     var n = looks.length, c = gallery.create("QUILLON.QuillonCtrl.2", 10 + (n % 3) * 160, 10 + Math.floor(n / 3) * 34, 150, 24);
@@ -99,8 +165,35 @@ look("Embossed, off", { DropButton: true, DropWidth: 20, DropPicture: picture, E
 host.pump();
 looks.forEach(function (c) { c.BorderColor = c.BorderColor; }); // a second paint: the unfocused face
 host.pump();
+
+// The open list in each scroll bar look, with a hot row. Only the focused field has its list open,
+// so each one is held as a still before the next field takes the focus.
+var kLabelRow = 12, kListFieldRow = 13, kHotRow = 3;
+var listFields = ["Regular", "Thin", "Modern"].map(function (name, style) {
+    var x = 10 + style * 160, label = gallery.create("QUILLON.QuillonCtrl.2", x, 10 + kLabelRow * 34, 150, 24);
+    label.Text = "List, " + name + " bar";
+    var field = gallery.create("QUILLON.QuillonCtrl.2", x, 10 + kListFieldRow * 34, 150, 24);
+    cityNames.forEach(function (city) { citySuffixes.forEach(function (suffix) { field.AddItem(city + suffix); }); });
+    field.AutoComplete = 3;
+    field.AutoFindSize = 2;
+    field.ScrollStyle = style;
+    return { label: label, field: field, x: 520 + x, y: 10 + 10 + kListFieldRow * 34 };
+});
+host.pump();
+listFields.forEach(function (at) { at.label.BorderColor = at.label.BorderColor; }); // the labels' unfocused face
+host.pump();
+var kListedHeight = 24 + 1 + list.rows * list.rowHeight + 1;   // the field and its list under it
+["Ma", "Sa", "Ba"].forEach(function (prefix, style) {
+    var at = listFields[style];
+    host.focus(at.field);
+    host.type(prefix);
+    host.move(at.x + 40, at.y + 24 + 1 + kHotRow * list.rowHeight + 5);
+    host.freeze(at.x, at.y, 150, kListedHeight);
+    at.field.HideList();
+});
 var spin = { x: 520 + 10 + 140, y: 10 + 10 + 2 * 34 + 5 }; // the upper spin button of "Pressed spin"
 host.press(spin.x, spin.y);
-host.snapshot(galleryPath, 520, 10, 490, 420);
+host.snapshot(galleryPath, 520, 10, 490, 610);
+host.thaw();
 host.release(spin.x, spin.y);
 print(looks.length, "looks written to the gallery");
