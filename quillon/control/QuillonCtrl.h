@@ -37,6 +37,7 @@ public:
 
     // Items
     SHORT AddItem(LPCTSTR strText);
+    SHORT AdoptItem(CString strText);
     BOOL RemoveItem(SHORT nIndex);
     void ClearItems();
     SHORT ItemCount();

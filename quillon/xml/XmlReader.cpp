@@ -3,6 +3,7 @@
 #include "com/objbase.h"
 #include "control/QuillonCtrl.h"
 #include "framework/filedlg.h"
+#include <utility>
 
 namespace {
 
@@ -107,7 +108,7 @@ BOOL CQuillonCtrl::ReadXmlItem(IXMLDOMNodeList* pChildren)
         CComPtr<IXMLDOMNode> child;
         CString strName, strText;
         if (!FetchNode(pChildren, i, child, strName, strText)) return FALSE;
-        if (strName == u"Text") AddItem(strText);
+        if (strName == u"Text") AdoptItem(std::move(strText));
     }
     return TRUE;
 }
