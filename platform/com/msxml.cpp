@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 #include "base/crtio.h"
+#include "sysfactory_p.h"
 
 namespace {
 
@@ -517,36 +518,9 @@ private:
     TreeRef m_tree;
 };
 
-class CDomFactory final : public IClassFactory {
-public:
-    HRESULT QueryInterface(REFIID riid, void** ppv) override
-    {
-        if (!ppv) return E_POINTER;
-        if (riid != IID_IUnknown && riid != IID_IClassFactory) { *ppv = nullptr; return E_NOINTERFACE; }
-        return Hand(static_cast<IClassFactory*>(this), ppv);
-    }
-    ULONG AddRef() override { return 2; }   // a static object
-    ULONG Release() override { return 1; }
-    HRESULT CreateInstance(IUnknown* pUnkOuter, REFIID riid, void** ppv) override
-    {
-        if (!ppv) return E_POINTER;
-        *ppv = nullptr;
-        if (pUnkOuter) return CLASS_E_NOAGGREGATION;
-        auto* doc = new CDomDocument;
-        HRESULT hr = doc->QueryInterface(riid, ppv);
-        doc->Release();
-        return hr;
-    }
-    HRESULT LockServer(BOOL) override { return S_OK; }
-};
-
 } // namespace
 
 HRESULT MsxmlDllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv)
 {
-    static CDomFactory factory;
-    if (!ppv) return E_POINTER;
-    *ppv = nullptr;
-    if (rclsid != CLSID_DOMDocument) return CLASS_E_CLASSNOTAVAILABLE;
-    return factory.QueryInterface(riid, ppv);
+    return GetSystemClassObject<CDomDocument>(CLSID_DOMDocument, rclsid, riid, ppv);
 }

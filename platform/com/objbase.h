@@ -14,6 +14,12 @@ void CoRevokeInprocServer(LPFNGETCLASSOBJECT pfnGetClassObject);
 // Stand-in for the ProgID key of the registry, written when a class factory is made.
 void CoRegisterProgID(LPCOLESTR lpszProgID, REFCLSID rclsid);
 
+// A GUID as "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}": the characters written with the terminator, or 0
+// when the buffer is shorter than 39.
+int StringFromGUID2(REFGUID rguid, LPOLESTR lpsz, int cchMax);
+// The reverse; CO_E_CLASSSTRING for text of another form.
+HRESULT CLSIDFromString(LPCOLESTR lpsz, CLSID* pclsid);
+
 HRESULT CLSIDFromProgID(LPCOLESTR lpszProgID, CLSID* lpclsid);
 HRESULT CoGetClassObject(REFCLSID rclsid, DWORD dwClsContext, void* pvReserved, REFIID riid, void** ppv);
 HRESULT CoCreateInstance(REFCLSID rclsid, IUnknown* pUnkOuter, DWORD dwClsContext, REFIID riid, void** ppv);

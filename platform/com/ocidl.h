@@ -3,6 +3,13 @@
 #include "base/rect.h"
 #include "variant.h"
 
+// OLEMISC: what a container is told of an object's needs before it creates one.
+#define OLEMISC_RECOMPOSEONRESIZE 0x1
+#define OLEMISC_CANTLINKINSIDE 0x10
+#define OLEMISC_INSIDEOUT 0x80
+#define OLEMISC_ACTIVATEWHENVISIBLE 0x100
+#define OLEMISC_SETCLIENTSITEFIRST 0x20000
+
 inline constexpr IID IID_IStream = {0x0000000C, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 inline constexpr IID IID_IPersistStream = {0x00000109, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 inline constexpr IID IID_IPersistStreamInit = {0x7FD52380, 0x4E07, 0x101B, {0xAE, 0x2D, 0x08, 0x00, 0x2B, 0x2E, 0xC7, 0x13}};
