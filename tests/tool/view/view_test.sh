@@ -16,6 +16,10 @@ args=(view)
 viewer=$!
 win=$(timeout 20 xdotool search --sync --onlyvisible --name 'quillon view' | head -1)
 eval "$(xdotool getwindowgeometry --shell "$win")"
+# The keyboard's focus given to the window before any input, and a moment for its first frame: on a
+# busy machine the first keys could otherwise reach the window before it takes them.
+xdotool windowfocus --sync "$win"
+sleep 0.5
 
 # Moves the pointer to a point of the form, in the form's own pixels.
 at() { xdotool mousemove --sync $((X + $1 * scale)) $((Y + $2 * scale)); }
