@@ -12,14 +12,6 @@
 
 namespace {
 
-constexpr int kGuidBuffer = 39;
-
-std::u16string GuidText(REFGUID guid)
-{
-    OLECHAR text[kGuidBuffer];
-    StringFromGUID2(guid, text, kGuidBuffer);
-    return text;
-}
 
 std::u16string LocaleValueName(LCID lcid)
 {
@@ -48,17 +40,14 @@ public:
     {
         if (cCategories && !rgInfo) return E_POINTER;
         for (ULONG i = 0; i < cCategories; ++i) {
-            const std::u16string key = u"Component Categories\\" + GuidText(rgInfo[i].catid);
-            HKEY hKey = nullptr;
-            if (RegCreateKey(HKEY_CLASSES_ROOT, key.c_str(), &hKey) != ERROR_SUCCESS) return E_FAIL;
+            const std::u16string key = u"Component Categories\\" + GuidString(rgInfo[i].catid);
             const std::u16string name = LocaleValueName(rgInfo[i].lcid);
             // The description ends at its terminator or at the end of its field.
             const auto& field = rgInfo[i].szDescription;
             const std::u16string text(field, std::find(field, field + std::size(field), u'\0'));
-            LSTATUS status = RegSetValueEx(hKey, name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
-                                           static_cast<DWORD>((text.size() + 1) * sizeof(char16_t)));
-            RegCloseKey(hKey);
-            if (status != ERROR_SUCCESS) return E_FAIL;
+            if (RegSetKeyValue(HKEY_CLASSES_ROOT, key.c_str(), name.c_str(), REG_SZ, text.c_str(),
+                               static_cast<DWORD>((text.size() + 1) * sizeof(char16_t))) != ERROR_SUCCESS)
+                return E_FAIL;
         }
         return S_OK;
     }
@@ -84,8 +73,8 @@ public:
 
 private:
     friend class CComRefCount<CCategoryManager>;
-    static std::u16string ImplementedKey(REFCLSID rclsid) { return u"CLSID\\" + GuidText(rclsid) + u"\\Implemented Categories"; }
-    static std::u16string CategoryKey(REFCLSID rclsid, REFCATID catid) { return ImplementedKey(rclsid) + u"\\" + GuidText(catid); }
+    static std::u16string ImplementedKey(REFCLSID rclsid) { return u"CLSID\\" + GuidString(rclsid) + u"\\Implemented Categories"; }
+    static std::u16string CategoryKey(REFCLSID rclsid, REFCATID catid) { return ImplementedKey(rclsid) + u"\\" + GuidString(catid); }
     ~CCategoryManager() = default;
     CComRefCount<CCategoryManager> m_ref;
 };

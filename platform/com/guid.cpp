@@ -30,6 +30,13 @@ int StringFromGUID2(REFGUID rguid, LPOLESTR lpsz, int cchMax)
     return kGuidChars + 1;
 }
 
+std::u16string GuidString(REFGUID rguid)
+{
+    OLECHAR text[kGuidChars + 1];
+    StringFromGUID2(rguid, text, kGuidChars + 1);
+    return text;
+}
+
 HRESULT CLSIDFromString(LPCOLESTR lpsz, CLSID* pclsid)
 {
     if (!lpsz || !pclsid) return E_INVALIDARG;

@@ -144,9 +144,13 @@ protected:
 class CDispatchMap;
 class CEventMap;
 
-// Stand-in for the class's type information: the host reads the method and event tables
-// directly instead of walking ITypeInfo.
+struct ITypeInfo;
+struct ITypeLib;
+
+// The class's type information: GetClassInfo gives the coclass. Stand-in, until the hosts walk the
+// type information: they may read the method and event tables directly.
 struct IProvideClassInfo : IUnknown {
+    virtual HRESULT GetClassInfo(ITypeInfo** ppTI) = 0;
     virtual const CDispatchMap* GetDispatchMapInfo() = 0;
     virtual const CEventMap* GetEventMapInfo() = 0;
 protected:

@@ -150,6 +150,16 @@ LSTATUS RegSetValueEx(HKEY hKey, LPCTSTR lpValueName, DWORD, DWORD dwType, const
     return ERROR_SUCCESS;
 }
 
+LSTATUS RegSetKeyValue(HKEY hKey, LPCTSTR lpSubKey, LPCTSTR lpValueName, DWORD dwType, const void* lpData, DWORD cbData)
+{
+    HKEY hSubKey = nullptr;
+    LSTATUS status = RegCreateKey(hKey, lpSubKey, &hSubKey);
+    if (status != ERROR_SUCCESS) return status;
+    status = RegSetValueEx(hSubKey, lpValueName, 0, dwType, static_cast<const BYTE*>(lpData), cbData);
+    RegCloseKey(hSubKey);
+    return status;
+}
+
 LSTATUS RegQueryValue(HKEY hKey, LPCTSTR lpSubKey, LPTSTR lpData, LONG* lpcbData)
 {
     const KeyPath* base = PathOf(hKey);

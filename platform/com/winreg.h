@@ -26,6 +26,8 @@ LSTATUS RegOpenKey(HKEY hKey, LPCTSTR lpSubKey, HKEY* phkResult);
 LSTATUS RegCloseKey(HKEY hKey);
 // Creates the sub-key when needed and sets its default value; cbData is not used.
 LSTATUS RegSetValue(HKEY hKey, LPCTSTR lpSubKey, DWORD dwType, LPCTSTR lpData, DWORD cbData);
+// Creates the sub-key when needed and sets one of its values; cbData counts bytes, NUL included.
+LSTATUS RegSetKeyValue(HKEY hKey, LPCTSTR lpSubKey, LPCTSTR lpValueName, DWORD dwType, const void* lpData, DWORD cbData);
 // cbData counts bytes, the terminating NUL included.
 LSTATUS RegSetValueEx(HKEY hKey, LPCTSTR lpValueName, DWORD Reserved, DWORD dwType, const BYTE* lpData, DWORD cbData);
 // The sub-key's default value; *lpcbData is the buffer's size in bytes, and on return the size needed.

@@ -4,21 +4,14 @@
 #include <vector>
 #include "base/module.h"
 #include "com/objbase.h"
+#include "com/typeinfo.h"
 #include "com/winreg.h"
 #include "user/resource.h"
 
 namespace {
 
-constexpr int kGuidBuffer = 39;
 constexpr int kTypeNameBuffer = 256;
 constexpr DWORD kPathBuffer = 4096;
-
-std::u16string GuidText(REFGUID guid)
-{
-    OLECHAR text[kGuidBuffer];
-    StringFromGUID2(guid, text, kGuidBuffer);
-    return text;
-}
 
 std::u16string Number(unsigned long n)
 {
@@ -35,15 +28,11 @@ struct RegEntry {
 // Writes every entry, stopping at the first the registry refuses.
 bool WriteEntries(const std::vector<RegEntry>& entries)
 {
-    for (const auto& e : entries) {
-        HKEY hKey = nullptr;
-        if (RegCreateKey(HKEY_CLASSES_ROOT, e.key.c_str(), &hKey) != ERROR_SUCCESS) return false;
+    for (const auto& e : entries)
         // Registry strings stay far below 2 GB.
-        LSTATUS status = RegSetValueEx(hKey, e.name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(e.value.c_str()),
-                                       static_cast<DWORD>((e.value.size() + 1) * sizeof(char16_t)));
-        RegCloseKey(hKey);
-        if (status != ERROR_SUCCESS) return false;
-    }
+        if (RegSetKeyValue(HKEY_CLASSES_ROOT, e.key.c_str(), e.name.c_str(), REG_SZ, e.value.c_str(),
+                           static_cast<DWORD>((e.value.size() + 1) * sizeof(char16_t))) != ERROR_SUCCESS)
+            return false;
     return true;
 }
 
@@ -82,7 +71,7 @@ BOOL AfxOleRegisterControlClass(HINSTANCE hInstance, REFCLSID clsid, LPCTSTR psz
 {
     std::u16string typeName, path;
     if (!pszProgID || !ModuleStrings(hInstance, idTypeName, typeName, path)) return FALSE;
-    const std::u16string clsKey = u"CLSID\\" + GuidText(clsid), progID = pszProgID;
+    const std::u16string clsKey = u"CLSID\\" + GuidString(clsid), progID = pszProgID;
     std::vector<RegEntry> entries = ServerEntries(clsKey, typeName, path, nRegFlags);
     entries.insert(entries.end(), {
         {clsKey + u"\\ProgID", u"", progID},
@@ -90,10 +79,10 @@ BOOL AfxOleRegisterControlClass(HINSTANCE hInstance, REFCLSID clsid, LPCTSTR psz
         {clsKey + u"\\MiscStatus", u"", u"0"},
         {clsKey + u"\\MiscStatus\\1", u"", Number(dwMiscStatus)},
         {clsKey + u"\\Control", u"", u""},
-        {clsKey + u"\\TypeLib", u"", GuidText(tlid)},
+        {clsKey + u"\\TypeLib", u"", GuidString(tlid)},
         {clsKey + u"\\Version", u"", Number(wVerMajor) + u"." + Number(wVerMinor)},
         {progID, u"", typeName},
-        {progID + u"\\CLSID", u"", GuidText(clsid)},
+        {progID + u"\\CLSID", u"", GuidString(clsid)},
     });
     if (nRegFlags & afxRegInsertable) entries.push_back({clsKey + u"\\Insertable", u"", u""});
     return WriteEntries(entries);
@@ -103,12 +92,34 @@ BOOL AfxOleRegisterPropertyPageClass(HINSTANCE hInstance, REFCLSID clsid, UINT i
 {
     std::u16string typeName, path;
     if (!ModuleStrings(hInstance, idTypeName, typeName, path)) return FALSE;
-    return WriteEntries(ServerEntries(u"CLSID\\" + GuidText(clsid), typeName, path, nRegFlags));
+    return WriteEntries(ServerEntries(u"CLSID\\" + GuidString(clsid), typeName, path, nRegFlags));
 }
 
 BOOL AfxOleUnregisterClass(REFCLSID clsid, LPCTSTR pszProgID)
 {
-    bool ok = DeleteTreeIfThere(u"CLSID\\" + GuidText(clsid));
+    bool ok = DeleteTreeIfThere(u"CLSID\\" + GuidString(clsid));
     if (pszProgID && *pszProgID) ok = DeleteTreeIfThere(pszProgID) && ok;
     return ok;
+}
+
+BOOL AfxOleRegisterTypeLib(HINSTANCE hInstance, REFGUID tlid, LPCTSTR pszFileName, LPCTSTR pszHelpDir)
+{
+    OLECHAR file[kPathBuffer];
+    if (!pszFileName) {
+        DWORD n = GetModuleFileName(hInstance, file, kPathBuffer);
+        if (n == 0 || n == kPathBuffer) return FALSE;
+        pszFileName = file;
+    }
+    CComPtr<ITypeLib> lib;
+    if (FAILED(LoadTypeLib(pszFileName, &lib))) return FALSE;
+    TLIBATTR* attr = nullptr;
+    lib->GetLibAttr(&attr);
+    const bool bSame = attr->guid == tlid;
+    lib->ReleaseTLibAttr(attr);
+    return bSame && SUCCEEDED(RegisterTypeLib(lib.Get(), pszFileName, pszHelpDir));
+}
+
+BOOL AfxOleUnregisterTypeLib(REFGUID tlid, WORD wVerMajor, WORD wVerMinor, LCID lcid)
+{
+    return SUCCEEDED(UnRegisterTypeLib(tlid, wVerMajor, wVerMinor, lcid, SYS_WIN32));
 }

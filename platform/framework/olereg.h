@@ -20,3 +20,8 @@ BOOL AfxOleRegisterControlClass(HINSTANCE hInstance, REFCLSID clsid, LPCTSTR psz
 BOOL AfxOleRegisterPropertyPageClass(HINSTANCE hInstance, REFCLSID clsid, UINT idTypeName, int nRegFlags);
 // Removes CLSID\{clsid} and, when one is given, the ProgID's key, each with everything below it.
 BOOL AfxOleUnregisterClass(REFCLSID clsid, LPCTSTR pszProgID);
+
+// Registers the type library in the module's file (or in pszFileName) when it is the library tlid;
+// the help folder is the file's own unless pszHelpDir is given.
+BOOL AfxOleRegisterTypeLib(HINSTANCE hInstance, REFGUID tlid, LPCTSTR pszFileName = nullptr, LPCTSTR pszHelpDir = nullptr);
+BOOL AfxOleUnregisterTypeLib(REFGUID tlid, WORD wVerMajor = 0, WORD wVerMinor = 0, LCID lcid = 0);

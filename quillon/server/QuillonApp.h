@@ -18,3 +18,5 @@ inline constexpr WORD kLibVerMinor = 0;
 
 HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv);
 HRESULT DllCanUnloadNow();
+HRESULT DllRegisterServer();
+HRESULT DllUnregisterServer();
