@@ -270,6 +270,15 @@ BOOL MapDialogRect(HWND hDlg, RECT* lpRect)
     return TRUE;
 }
 
+SIZE GetDialogTemplateSize(LPCDLGTEMPLATE t)
+{
+    bool bOwnFont = false;
+    HFONT hFont = MakeDialogFont(t, &bOwnFont);
+    RECT px = DialogRectToPixels(RECT{0, 0, t->cx, t->cy}, DialogBaseUnitsOf(hFont));
+    if (bOwnFont) DeleteObject(hFont);
+    return SIZE{px.right, px.bottom};
+}
+
 POINT GetDialogClientOffset(HWND hDlg)
 {
     DialogState* d = DialogOf(hDlg);
@@ -335,6 +344,8 @@ BOOL EndDialog(HWND hDlg, INT_PTR nResult)
     if (!d) return FALSE;
     d->bEnded = true;
     d->nResult = nResult;
+    // A modal dialog disappears at once; its window goes when the modal loop has ended.
+    if (GetModalDialogDepth() > 0) ShowWindow(hDlg, SW_HIDE);
     return TRUE;
 }
 

@@ -179,6 +179,9 @@ DLGBASEUNITS DialogBaseUnitsOf(HFONT hFont);
 // inside its window; its controls sit below the caption, offset by these many pixels.
 #define DLG_FRAME_CX 3
 #define DLG_CAPTION_CY 22
+// Stand-in: the size in pixels of the client area of a dialog made from the template, as a frame
+// needs it before it makes the dialog (a property page's size).
+SIZE GetDialogTemplateSize(LPCDLGTEMPLATE lpTemplate);
 // Stand-in: the offset of a dialog's client area within its window.
 POINT GetDialogClientOffset(HWND hDlg);
 

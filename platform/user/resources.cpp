@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 #include "dlgctl.h"
+#include "gdi/standin.h"
 
 namespace {
 
@@ -52,7 +53,11 @@ const DLGINITENTRY* FindDlgInitResource(WORD nID, size_t* pnCount)
     return *pnCount ? it->second.init.data() : nullptr;
 }
 
-void RegisterIconResource(WORD nID, HICON hIcon) { Icons()[nID] = hIcon; }
+void RegisterIconResource(WORD nID, HICON hIcon)
+{
+    GdiMakePermanent(hIcon);
+    Icons()[nID] = hIcon;
+}
 
 // Icons are shared, as LoadIcon's are: the caller does not destroy them.
 HICON LoadIcon(HINSTANCE, LPCTSTR lpIconName)

@@ -1,0 +1,7 @@
+// The module's resources, handed to the platform's tables once when the module loads.
+#pragma once
+#include "base/wintypes.h"
+
+void RegisterQuillonResources();
+// The toolbox picture, 16 x 15 pixels, for the caller to delete.
+HBITMAP MakeToolboxBitmap();
