@@ -68,31 +68,33 @@ HRESULT CPageSite::GetLocaleID(LCID* pLocaleID)
 
 Frame* FrameOf(HWND hDlg) { return reinterpret_cast<Frame*>(::GetWindowLongPtr(hDlg, GWLP_USERDATA)); }
 
-// The page window is the one child of the frame that is neither the tab strip nor a button.
-HWND FindPageWindow(HWND hDlg)
+// The window a page has just made: the child of the frame that holds controls and no page had.
+HWND FindNewPageWindow(Frame* f)
 {
-    for (HWND h = ::GetWindow(hDlg, GW_CHILD); h; h = ::GetWindow(h, GW_HWNDNEXT))
-        if (::GetWindowLongPtr(h, GWL_EXSTYLE) & WS_EX_CONTROLPARENT) return h;
+    for (HWND h = ::GetWindow(f->hDlg, GW_CHILD); h; h = ::GetWindow(h, GW_HWNDNEXT)) {
+        if (!(::GetWindowLongPtr(h, GWL_EXSTYLE) & WS_EX_CONTROLPARENT)) continue;
+        bool known = false;
+        for (const Page& pg : f->pages) known = known || pg.hwnd == h;
+        if (!known) return h;
+    }
     return nullptr;
 }
 
+// A page is made the first time its tab is chosen, and only hidden when another is chosen, so that
+// what the user changed on it stays until Apply.
 void SelectPage(Frame* f, int i)
 {
     if (i < 0 || i >= (int)f->pages.size() || i == f->nCur) return;
-    if (f->nCur >= 0) {
-        Page& old = f->pages[f->nCur];
-        old.p->Deactivate();
-        old.hwnd = nullptr;
-    }
+    if (f->nCur >= 0) f->pages[f->nCur].p->Show(SW_HIDE);
     f->nCur = i;
     Page& pg = f->pages[i];
-    pg.p->Activate(f->hDlg, &f->rcPage, TRUE);
-    pg.hwnd = FindPageWindow(f->hDlg);
-    if (pg.hwnd) {
-        ::SetWindowText(pg.hwnd, pg.strTitle.c_str());
-        // The page lies over the tab strip's body, and its fields come first in the tab order.
-        ::SetWindowPos(pg.hwnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    if (!pg.hwnd) {
+        pg.p->Activate(f->hDlg, &f->rcPage, TRUE);
+        pg.hwnd = FindNewPageWindow(f);
+        if (pg.hwnd) ::SetWindowText(pg.hwnd, pg.strTitle.c_str());
     }
+    // The page lies over the tab strip's body, and its fields come first in the tab order.
+    if (pg.hwnd) ::SetWindowPos(pg.hwnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     pg.p->Show(SW_SHOW);
     if (HWND first = pg.hwnd ? ::GetNextDlgTabItem(pg.hwnd, nullptr, FALSE) : nullptr) ::SetFocus(first);
     ::InvalidateRect(::GetDlgItem(f->hDlg, kTabsId), nullptr, TRUE);
@@ -325,7 +327,8 @@ HRESULT OleCreatePropertyFrame(HWND hwndOwner, UINT x, UINT y, LPCOLESTR lpszCap
     if (hDlg) {
         g_pfnDialog = reinterpret_cast<WNDPROC>(::SetWindowLongPtr(hDlg, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&FrameWndProc)));
         ::RunModalDialog(hDlg, hwndOwner);
-        if (f->nCur >= 0) f->pages[f->nCur].p->Deactivate();
+        for (Page& pg : f->pages)
+            if (pg.hwnd) pg.p->Deactivate();
         ::DestroyWindow(hDlg);
         hr = S_OK;
     }

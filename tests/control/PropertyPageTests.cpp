@@ -1,6 +1,7 @@
 // The property pages through the frame: what the pages show, the order of the puts that Apply
 // sends (compared whole), that only changed fields are written, the puts' own rules, the
 // PropertyPages property, the host's own frame, the Properties verb, the keyboard, and the About box.
+#include <filesystem>
 #include <functional>
 #include "Golden.h"
 #include "Harness.h"
@@ -390,4 +391,51 @@ TEST_F(FrameTest, GoldenPagesAndAboutBox)
     Put(q, u"PropertyPages", COleVariant(SHORT(1)));
     m_drive = [&](CDialogDriver& d) { shoot(d, "aboutbox"); };
     Call(q, u"AboutBox");
+}
+
+// The stock pages: a colour for a colour property, the font's attributes, a picture from a file.
+TEST_F(FrameTest, StockPagesEditColoursTheFontAndPictures)
+{
+    CControlSite* q = Create();
+    std::string png = (std::filesystem::temp_directory_path() / "quillon-stock-page.png").string();
+    HBITMAP b = CreateBitmap(12, 10, 1, 32, nullptr);
+    bool saved = SaveBitmapPng(b, png.c_str());
+    DeleteObject(b);
+    ASSERT_TRUE(saved);
+    m_host.m_onFileDialog = [&](const char* kind, const CString&, CString& path) {
+        EXPECT_STREQ(kind, "open");
+        path = CString(FromUtf8(png).c_str());
+        return true;
+    };
+    m_drive = [](CDialogDriver& d) {
+        ASSERT_TRUE(d.SelectPage(u"Color"));
+        HWND prop = d.Field(0x101);
+        std::vector<CString> props = d.Lines(prop);
+        EXPECT_NE(std::find(props.begin(), props.end(), CString(u"BorderColor")), props.end());
+        EXPECT_NE(std::find(props.begin(), props.end(), CString(u"BackColor")), props.end());
+        d.SetIndex(prop, static_cast<int>(std::find(props.begin(), props.end(), CString(u"SpinBackColor")) - props.begin()));
+        d.SetIndex(d.Field(0x102), 9);   // Red
+        ASSERT_TRUE(d.SelectPage(u"Font"));
+        d.SetChecked(d.Field(0x113), true);
+        d.SetText(d.Field(0x112), u"12");
+        ASSERT_TRUE(d.SelectPage(u"Picture"));
+        EXPECT_EQ(d.Lines(d.Field(0x121)), std::vector<CString>{u"DropPicture"}) << "the font is no picture";
+        EXPECT_EQ(d.Text(d.Field(0x124)), u"(None)");
+        d.Press(0x122);
+        EXPECT_EQ(d.Text(d.Field(0x124)), u"Bitmap, 12 x 10 pixels");
+        d.Press(u"OK");
+    };
+    Put(q, u"PropertyPages", COleVariant(SHORT(1)));
+    EXPECT_EQ(GetLong(q, u"SpinBackColor"), 0x0000FF);
+    COleVariant font = Get(q, u"Font");
+    CComPtr<IFont> f;
+    ASSERT_EQ(font.pdispVal->QueryInterface(IID_IFont, reinterpret_cast<void**>(&f)), S_OK);
+    BOOL bold = FALSE;
+    CY size{};
+    f->get_Bold(&bold);
+    f->get_Size(&size);
+    EXPECT_TRUE(bold);
+    EXPECT_EQ(size.int64, 120000);
+    EXPECT_EQ(Get(q, u"DropPicture").vt, VT_DISPATCH);
+    EXPECT_TRUE(Get(q, u"DropPicture").pdispVal);
 }
