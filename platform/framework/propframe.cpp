@@ -6,6 +6,7 @@
 #include "base/colors.h"
 #include "com/objbase.h"
 #include "com/proppage.h"
+#include "dc.h"
 #include "gdi/wingdi.h"
 #include "stockpages.h"
 #include "user/winuser.h"
@@ -115,17 +116,19 @@ bool ApplyAll(Frame* f)
 }
 
 // The tab strip: a row of tabs over the body that the page lies in.
+HFONT FrameFont(HWND hTabs) { return reinterpret_cast<HFONT>(::SendMessage(::GetParent(hTabs), WM_GETFONT, 0, 0)); }
+
 int TabHeight(HWND hTabs)
 {
-    HDC hdc = ::CreateCompatibleDC(nullptr);
-    HGDIOBJ old = ::SelectObject(hdc, (HFONT)::SendMessage(::GetParent(hTabs), WM_GETFONT, 0, 0));
+    CDC dc;
+    dc.CreateCompatibleDC(nullptr);
+    CSelectObject font(&dc, FrameFont(hTabs));
     TEXTMETRICW tm{};
-    ::GetTextMetrics(hdc, &tm);
-    ::SelectObject(hdc, old);
-    ::DeleteDC(hdc);
+    ::GetTextMetrics(dc, &tm);
     return tm.tmHeight + 8;
 }
 
+// The tabs' rectangles, measured in the frame's font, which the DC has selected.
 std::vector<RECT> TabRects(HWND hTabs, HDC hdc, Frame* f)
 {
     std::vector<RECT> out;
@@ -142,13 +145,15 @@ std::vector<RECT> TabRects(HWND hTabs, HDC hdc, Frame* f)
 void PaintTabs(HWND hTabs)
 {
     PAINTSTRUCT ps;
-    HDC hdc = ::BeginPaint(hTabs, &ps);
+    CDC dc;
+    dc.Attach(::BeginPaint(hTabs, &ps));
+    HDC hdc = dc;
     Frame* f = FrameOf(::GetParent(hTabs));
     if (hdc && f) {
         RECT rc{};
         ::GetClientRect(hTabs, &rc);
         ::FillRect(hdc, &rc, ::GetSysColorBrush(COLOR_BTNFACE));
-        HGDIOBJ old = ::SelectObject(hdc, (HFONT)::SendMessage(::GetParent(hTabs), WM_GETFONT, 0, 0));
+        CSelectObject font(&dc, FrameFont(hTabs));
         int h = TabHeight(hTabs);
         RECT body{0, h, rc.right, rc.bottom};
         ::DrawEdge(hdc, &body, EDGE_RAISED, BF_RECT);
@@ -170,9 +175,9 @@ void PaintTabs(HWND hTabs)
             const std::u16string& s = f->pages[i].strTitle;
             ::DrawText(hdc, s.c_str(), (int)s.size(), &t, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
         }
-        ::SelectObject(hdc, old);
     }
     ::EndPaint(hTabs, &ps);
+    dc.Detach();
 }
 
 LRESULT CALLBACK TabsProc(HWND h, UINT msg, WPARAM wp, LPARAM lp)
@@ -183,11 +188,13 @@ LRESULT CALLBACK TabsProc(HWND h, UINT msg, WPARAM wp, LPARAM lp)
     case WM_LBUTTONDOWN: {
         Frame* f = FrameOf(::GetParent(h));
         if (!f) return 0;
-        HDC hdc = ::CreateCompatibleDC(nullptr);
-        HGDIOBJ old = ::SelectObject(hdc, (HFONT)::SendMessage(::GetParent(h), WM_GETFONT, 0, 0));
-        std::vector<RECT> tabs = TabRects(h, hdc, f);
-        ::SelectObject(hdc, old);
-        ::DeleteDC(hdc);
+        CDC dc;
+        dc.CreateCompatibleDC(nullptr);
+        std::vector<RECT> tabs;
+        {
+            CSelectObject font(&dc, FrameFont(h));
+            tabs = TabRects(h, dc, f);
+        }
         POINT pt{GET_X_LPARAM(lp), GET_Y_LPARAM(lp)};
         for (size_t i = 0; i < tabs.size(); ++i)
             if (::PtInRect(&tabs[i], pt)) ::SendMessage(::GetParent(h), PSM_SETCURSEL, i, 0);

@@ -93,16 +93,17 @@ void PaintCheck(HWND h, ButtonState* b, HDC hdc, RECT rc)
     if (b->nCheck == BST_CHECKED) {
         // The tick: a short stroke down to the right and a long one up, three pixels thick.
         HPEN pen = CreatePen(PS_SOLID, 1, GetSysColor(IsWindowEnabled(h) ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
-        HGDIOBJ old = SelectObject(hdc, pen);
-        for (int d = 0; d < 3; ++d) {
-            POINT pts[3] = {{box.left + 1, box.top + 3 + d}, {box.left + 3, box.top + 5 + d}, {box.left + 8, box.top + d}};
-            Polyline(hdc, pts, 3);
+        {
+            CScopedSelect selected(hdc, pen);
+            for (int d = 0; d < 3; ++d) {
+                POINT pts[3] = {{box.left + 1, box.top + 3 + d}, {box.left + 3, box.top + 5 + d}, {box.left + 8, box.top + d}};
+                Polyline(hdc, pts, 3);
+            }
         }
-        SelectObject(hdc, old);
         DeleteObject(pen);
     }
     RECT text{kCheckSize + 4, rc.top, rc.right, rc.bottom};
-    HGDIOBJ hOld = SelectObject(hdc, FontOf(h));
+    CScopedSelect font(hdc, FontOf(h));
     DrawLabel(h, hdc, text, DT_LEFT);
     if (GetFocus() == h) {
         std::u16string s = FromHandle(h)->strText;
@@ -112,7 +113,6 @@ void PaintCheck(HWND h, ButtonState* b, HDC hdc, RECT rc)
         RECT focus{text.left - 1, (rc.bottom - height) / 2 - 1, std::min(calc.right + 1, rc.right), (rc.bottom + height) / 2 + 1};
         DrawFocusRect(hdc, &focus);
     }
-    SelectObject(hdc, hOld);
 }
 
 void OnPaint(HWND h, ButtonState* b)
@@ -122,10 +122,9 @@ void OnPaint(HWND h, ButtonState* b)
     if (hdc) {
         RECT rc{};
         GetClientRect(h, &rc);
-        HGDIOBJ hOld = SelectObject(hdc, FontOf(h));
+        CScopedSelect font(hdc, FontOf(h));
         if (IsPush(h)) PaintPush(h, b, hdc, rc);
         else PaintCheck(h, b, hdc, rc);
-        SelectObject(hdc, hOld);
     }
     EndPaint(h, &ps);
 }

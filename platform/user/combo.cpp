@@ -57,10 +57,11 @@ void ComboNotify(HWND hCombo, WORD code)
 int ComboItemHeight(HWND hCombo)
 {
     HDC hdc = CreateCompatibleDC(nullptr);
-    HGDIOBJ hOld = SelectObject(hdc, FontOf(hCombo));
     TEXTMETRICW tm{};
-    GetTextMetrics(hdc, &tm);
-    SelectObject(hdc, hOld);
+    {
+        CScopedSelect font(hdc, FontOf(hCombo));
+        GetTextMetrics(hdc, &tm);
+    }
     DeleteDC(hdc);
     return tm.tmHeight;
 }
@@ -254,7 +255,8 @@ LRESULT OnMessage(HWND h, ComboState* c, UINT msg, WPARAM wp, LPARAM lp)
     switch (msg) {
     case WM_CREATE: {
         auto* cs = reinterpret_cast<const CREATESTRUCT*>(lp);
-        assert((cs->style & 0x3) == CBS_DROPDOWN && "ComboBox: only the CBS_DROPDOWN kind is built");
+        [[maybe_unused]] constexpr DWORD kKindBits = CBS_SIMPLE | CBS_DROPDOWN;   // the low two bits name the kind
+        assert((cs->style & kKindBits) == CBS_DROPDOWN && "ComboBox: only the CBS_DROPDOWN kind is built");
         c->nDropHeight = cs->cy;
         c->hwndEdit = CreateWindowEx(0, WC_EDIT, u"", WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, 3, 3, 10, 10, h,
                                      (HMENU)(intptr_t)kEditId, nullptr, nullptr);

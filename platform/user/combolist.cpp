@@ -78,7 +78,7 @@ void OnPaint(HWND hList)
             text.right -= GetSystemMetrics(SM_CXVSCROLL);
             PaintScrollBar(hCombo, c, hdc, RECT{text.right, rc.top, rc.right, rc.bottom});
         }
-        HGDIOBJ hOld = SelectObject(hdc, FontOf(hCombo));
+        CScopedSelect font(hdc, FontOf(hCombo));
         SetBkMode(hdc, TRANSPARENT);
         int shown = c->nHot >= 0 ? c->nHot : c->nCur;
         for (int r = 0; r < rows && c->nTop + r < LineCount(c); ++r) {
@@ -91,7 +91,6 @@ void OnPaint(HWND hList)
             t.left += 2;
             DrawText(hdc, c->lines[i].c_str(), (int)c->lines[i].size(), &t, DT_LEFT | DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
         }
-        SelectObject(hdc, hOld);
     }
     EndPaint(hList, &ps);
 }

@@ -65,14 +65,15 @@ void PaintFrame(HWND hDlg, HDC hdc)
     GetObject(FontOf(hDlg), sizeof lf, &lf);
     lf.lfWeight = FW_BOLD;
     HFONT hBold = CreateFontIndirect(&lf);
-    HGDIOBJ hOld = SelectObject(hdc, hBold);
-    SetBkMode(hdc, TRANSPARENT);
-    SetTextColor(hdc, GetSysColor(active ? COLOR_CAPTIONTEXT : COLOR_INACTIVECAPTIONTEXT));
-    RECT text = bar;
-    text.left += 4;
-    std::u16string title = FromHandle(hDlg)->strText;
-    DrawText(hdc, title.c_str(), (int)title.size(), &text, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
-    SelectObject(hdc, hOld);
+    {
+        CScopedSelect font(hdc, hBold);
+        SetBkMode(hdc, TRANSPARENT);
+        SetTextColor(hdc, GetSysColor(active ? COLOR_CAPTIONTEXT : COLOR_INACTIVECAPTIONTEXT));
+        RECT text = bar;
+        text.left += 4;
+        std::u16string title = FromHandle(hDlg)->strText;
+        DrawText(hdc, title.c_str(), (int)title.size(), &text, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    }
     DeleteObject(hBold);
 }
 
@@ -245,12 +246,13 @@ RECT DialogRectToPixels(const RECT& rc, DLGBASEUNITS u)
 DLGBASEUNITS DialogBaseUnitsOf(HFONT hFont)
 {
     HDC hdc = CreateCompatibleDC(nullptr);
-    HGDIOBJ hOld = SelectObject(hdc, hFont);
     SIZE sz{0, 0};
-    GetTextExtentPoint32(hdc, kLetters, 52, &sz);
     TEXTMETRICW tm{};
-    GetTextMetrics(hdc, &tm);
-    SelectObject(hdc, hOld);
+    {
+        CScopedSelect font(hdc, hFont);
+        GetTextExtentPoint32(hdc, kLetters, 52, &sz);
+        GetTextMetrics(hdc, &tm);
+    }
     DeleteDC(hdc);
     return DialogBaseUnitsFromFont(sz.cx, tm.tmHeight);
 }

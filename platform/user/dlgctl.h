@@ -80,6 +80,7 @@ typedef intptr_t INT_PTR;
 #define STM_GETICON 0x0171
 
 // Combo box styles, messages and notifications.
+#define CBS_SIMPLE 0x0001L
 #define CBS_DROPDOWN 0x0002L
 #define CBS_AUTOHSCROLL 0x0040L
 #define CBS_SORT 0x0100L

@@ -47,11 +47,10 @@ void OnPaint(HWND h, StaticState* s)
             DWORD style = (DWORD)GetWindowLongPtr(h, GWL_STYLE);
             UINT format = DT_WORDBREAK | ((style & SS_NOPREFIX) ? DT_NOPREFIX : 0) |
                           ((style & SS_TYPEMASK) == SS_CENTER ? DT_CENTER : (style & SS_TYPEMASK) == SS_RIGHT ? DT_RIGHT : DT_LEFT);
-            HGDIOBJ hOld = SelectObject(hdc, FontOf(h));
+            CScopedSelect font(hdc, FontOf(h));
             SetBkMode(hdc, TRANSPARENT);
             if (!IsWindowEnabled(h)) SetTextColor(hdc, GetSysColor(COLOR_GRAYTEXT));
             DrawText(hdc, text.c_str(), (int)text.size(), &rc, format);
-            SelectObject(hdc, hOld);
         }
     }
     EndPaint(h, &ps);

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <vector>
 #include "gdi/standin.h"
+#include "framework/dc.h"
 #include "gdi/wingdi.h"
 #include "server/resource.h"
 #include "user/winuser.h"
@@ -146,28 +147,24 @@ constexpr COLORREF kBlack = RGB(0, 0, 0), kWhite = RGB(255, 255, 255), kGray = R
                    kSilver = RGB(192, 192, 192), kNavy = RGB(0, 0, 128), kBlue = RGB(0, 0, 255),
                    kMaroon = RGB(128, 0, 0), kOlive = RGB(128, 128, 0), kYellow = RGB(255, 255, 0);
 
-void Fill(HDC hdc, int l, int t, int r, int b, COLORREF c)
+void Fill(CDC* pDC, int l, int t, int r, int b, COLORREF c)
 {
     RECT rc{l, t, r, b};
-    HBRUSH br = CreateSolidBrush(c);
-    FillRect(hdc, &rc, br);
-    DeleteObject(br);
+    pDC->FillSolidRect(&rc, c);
 }
 
-void Poly(HDC hdc, const POINT* pts, int n, COLORREF c)
+void Poly(CDC* pDC, const POINT* pts, int n, COLORREF c)
 {
-    HBRUSH br = CreateSolidBrush(c);
-    HPEN pen = CreatePen(PS_SOLID, 1, c);
-    HGDIOBJ oldBrush = SelectObject(hdc, br), oldPen = SelectObject(hdc, pen);
-    Polygon(hdc, pts, n);
-    SelectObject(hdc, oldBrush);
-    SelectObject(hdc, oldPen);
-    DeleteObject(br);
-    DeleteObject(pen);
+    CBrush brush;
+    CPen pen;
+    brush.CreateSolidBrush(c);
+    pen.CreatePen(PS_SOLID, 1, c);
+    CSelectObject selBrush(pDC, &brush), selPen(pDC, &pen);
+    pDC->Polygon(pts, n);
 }
 
 // The control's own look in small: a sunken field holding a mask's digits, with spin buttons.
-void PaintControlImage(HDC hdc, int size)
+void PaintControlImage(CDC* hdc, int size)
 {
     int s = size / 16;   // 1 for 16 pixels, 2 for 32
     Fill(hdc, 0, 3 * s, size, 13 * s, kGray);
@@ -181,16 +178,16 @@ void PaintControlImage(HDC hdc, int size)
 }
 
 // The maker's mark: a quill across a yellow disc.
-void PaintMakerImage(HDC hdc, int size)
+void PaintMakerImage(CDC* hdc, int size)
 {
-    HBRUSH br = CreateSolidBrush(kYellow);
-    HPEN pen = CreatePen(PS_SOLID, 1, kOlive);
-    HGDIOBJ oldBrush = SelectObject(hdc, br), oldPen = SelectObject(hdc, pen);
-    Ellipse(hdc, 1, 1, size - 1, size - 1);
-    SelectObject(hdc, oldBrush);
-    SelectObject(hdc, oldPen);
-    DeleteObject(br);
-    DeleteObject(pen);
+    {
+        CBrush brush;
+        CPen pen;
+        brush.CreateSolidBrush(kYellow);
+        pen.CreatePen(PS_SOLID, 1, kOlive);
+        CSelectObject selBrush(hdc, &brush), selPen(hdc, &pen);
+        hdc->Ellipse(1, 1, size - 1, size - 1);
+    }
     POINT feather[] = {{size - 4, 3}, {size / 2 + 2, size / 2 + 4}, {size / 2 - 4, size / 2 + 2}};
     Poly(hdc, feather, 3, kWhite);
     POINT shaft[] = {{size - 4, 3}, {6, size - 6}, {7, size - 5}};
@@ -198,17 +195,16 @@ void PaintMakerImage(HDC hdc, int size)
     Fill(hdc, 4, size - 5, 7, size - 3, kBlue);
 }
 
-using Painter = void (*)(HDC, int);
+using Painter = void (*)(CDC*, int);
 
 HBITMAP PaintBitmap(int cx, int cy, Painter paint, COLORREF clrBack)
 {
     HBITMAP bm = CreateBitmap(cx, cy, 1, 32, nullptr);
-    HDC hdc = CreateCompatibleDC(nullptr);
-    HGDIOBJ old = SelectObject(hdc, bm);
-    Fill(hdc, 0, 0, cx, cy, clrBack);
-    paint(hdc, cx);
-    SelectObject(hdc, old);
-    DeleteDC(hdc);
+    CDC dc;
+    dc.CreateCompatibleDC(nullptr);
+    CSelectObject selected(&dc, bm);
+    Fill(&dc, 0, 0, cx, cy, clrBack);
+    paint(&dc, cx);
     return bm;
 }
 
