@@ -213,5 +213,8 @@ const DLGINITENTRY* FindDlgInitResource(WORD nID, size_t* pnCount);
 // An icon resource, made by the module when it loads; it lives as long as the process.
 void RegisterIconResource(WORD nID, HICON hIcon);
 HICON LoadIcon(HINSTANCE hInstance, LPCTSTR lpIconName);
+// A bitmap resource, likewise made at load and kept for the life of the process.
+void RegisterBitmapResource(WORD nID, HBITMAP hBitmap);
+HBITMAP LoadBitmap(HINSTANCE hInstance, LPCTSTR lpBitmapName);
 void RegisterStringResource(UINT uID, LPCTSTR lpszText);
 int LoadString(HINSTANCE hInstance, UINT uID, LPTSTR lpBuffer, int cchBufferMax);

@@ -67,6 +67,28 @@ HICON LoadIcon(HINSTANCE, LPCTSTR lpIconName)
     return it == Icons().end() ? nullptr : it->second;
 }
 
+namespace {
+std::map<WORD, HBITMAP>& Bitmaps()
+{
+    static std::map<WORD, HBITMAP> map;
+    return map;
+}
+} // namespace
+
+void RegisterBitmapResource(WORD nID, HBITMAP hBitmap)
+{
+    GdiMakePermanent(hBitmap);
+    Bitmaps()[nID] = hBitmap;
+}
+
+// Stand-in: the bitmap is shared; the real call hands out a copy for the caller to delete.
+HBITMAP LoadBitmap(HINSTANCE, LPCTSTR lpBitmapName)
+{
+    if (!IS_INTRESOURCE(lpBitmapName)) return nullptr;
+    auto it = Bitmaps().find((WORD)(ULONG_PTR)lpBitmapName);
+    return it == Bitmaps().end() ? nullptr : it->second;
+}
+
 void RegisterStringResource(UINT uID, LPCTSTR lpszText) { Strings()[uID] = lpszText ? lpszText : u""; }
 
 int LoadString(HINSTANCE, UINT uID, LPTSTR lpBuffer, int cchBufferMax)

@@ -232,8 +232,6 @@ HICON PaintIcon(int size, Painter paint)
 
 } // namespace
 
-HBITMAP MakeToolboxBitmap() { return PaintBitmap(16, 15, &PaintControlImage, RGB(192, 192, 192)); }
-
 void RegisterQuillonResources()
 {
     static bool done = false;
@@ -245,6 +243,7 @@ void RegisterQuillonResources()
     RegisterDialogResource(IDD_PROPPAGE_ABOUT, &kAboutPage, nullptr, 0);
     RegisterIconResource(IDI_ABOUTDLL, PaintIcon(32, &PaintControlImage));
     RegisterIconResource(IDI_MAKER, PaintIcon(32, &PaintMakerImage));
+    RegisterBitmapResource(IDB_QUILLON, PaintBitmap(16, 15, &PaintControlImage, kSilver));   // the toolbox picture
     RegisterStringResource(IDS_QUILLON, u"Quillon Control 2.0");
     RegisterStringResource(IDS_QUILLON_PPG, u"Quillon Property Page");
     RegisterStringResource(IDS_MORE_PPG, u"Quillon Property Page");

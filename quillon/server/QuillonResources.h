@@ -3,5 +3,3 @@
 #include "base/wintypes.h"
 
 void RegisterQuillonResources();
-// The toolbox picture, 16 x 15 pixels, for the caller to delete.
-HBITMAP MakeToolboxBitmap();

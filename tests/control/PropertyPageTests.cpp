@@ -9,6 +9,7 @@
 #include "control/QuillonCtrl.h"
 #include "gdi/standin.h"
 #include "host/DialogDriver.h"
+#include "server/QuillonApp.h"
 #include "server/QuillonPages.h"
 
 namespace {
@@ -438,4 +439,44 @@ TEST_F(FrameTest, StockPagesEditColoursTheFontAndPictures)
     EXPECT_EQ(size.int64, 120000);
     EXPECT_EQ(Get(q, u"DropPicture").vt, VT_DISPATCH);
     EXPECT_TRUE(Get(q, u"DropPicture").pdispVal);
+}
+
+TEST_F(PropertyPageTest, MorePageTabOrderFollowsItsTable)
+{
+    CControlSite* q = Create();
+    std::vector<int> order;
+    EditWithRecorder(q, [&](CDialogDriver& d) {
+        d.SelectPage(u"More");
+        for (int i = 0; i < 14; ++i) {
+            HWND f = ::GetFocus();
+            order.push_back(::GetDlgCtrlID(::GetDlgCtrlID(f) == 1001 ? ::GetParent(f) : f));
+            m_host.Key(VK_TAB);
+        }
+        d.Press(u"Cancel");
+    });
+    // Password Char stands at the top right, yet comes last.
+    EXPECT_EQ(order, (std::vector<int>{202, 216, 218, 220, 219, 222, 223, 224, 226, 227, 228, 229, 230, 203}));
+}
+
+// The module's images: the two icons and the toolbox picture, with the sizes they are given.
+TEST(QuillonResources, IconsAndToolboxBitmap)
+{
+    CoRegisterInprocServer(&DllGetClassObject);   // the module is loaded, its resources with it
+    for (WORD id : {1, 204}) {
+        ICONINFO info{};
+        ASSERT_TRUE(GetIconInfo(LoadIcon(nullptr, MAKEINTRESOURCE(id)), &info)) << id;
+        BITMAP bm{};
+        GetObject(info.hbmColor, sizeof bm, &bm);
+        EXPECT_EQ(bm.bmWidth, 32);
+        EXPECT_EQ(bm.bmHeight, 32);
+        DeleteObject(info.hbmColor);
+        DeleteObject(info.hbmMask);
+    }
+    BITMAP bm{};
+    ASSERT_TRUE(GetObject(LoadBitmap(nullptr, MAKEINTRESOURCE(1)), sizeof bm, &bm));
+    EXPECT_EQ(bm.bmWidth, 16);
+    EXPECT_EQ(bm.bmHeight, 15);
+    WCHAR name[64] = {};
+    EXPECT_EQ(LoadString(nullptr, 1, name, 64), 19);
+    EXPECT_EQ(std::u16string(name), u"Quillon Control 2.0");
 }
