@@ -327,11 +327,16 @@ HRESULT OleCreatePropertyFrame(HWND hwndOwner, UINT x, UINT y, LPCOLESTR lpszCap
         f->pages.push_back(pg);
     }
     std::u16string caption = std::u16string(lpszCaption ? lpszCaption : u"") + u" Properties";
-    DLGTEMPLATE t{WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFONT, 0, (short)x, (short)y, 100, 60,
+    DLGTEMPLATE t{WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFONT, 0, 0, 0, 100, 60,
                   caption.c_str(), 8, u"MS Shell Dlg", kFrameItems, 4};
     HWND hDlg = ::CreateDialogIndirectParam(nullptr, &t, hwndOwner, &FrameProc, reinterpret_cast<LPARAM>(f.get()));
     HRESULT hr = E_OUTOFMEMORY;
     if (hDlg) {
+        // x and y are pixels from the owner's origin.
+        RECT owner{0, 0, 0, 0};
+        if (hwndOwner) ::GetWindowRect(hwndOwner, &owner);
+        ::SetWindowPos(hDlg, nullptr, owner.left + static_cast<int>(x), owner.top + static_cast<int>(y), 0, 0,
+                       SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
         g_pfnDialog = reinterpret_cast<WNDPROC>(::SetWindowLongPtr(hDlg, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&FrameWndProc)));
         ::RunModalDialog(hDlg, hwndOwner);
         for (Page& pg : f->pages)

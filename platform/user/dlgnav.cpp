@@ -117,8 +117,8 @@ HWND GetNextDlgTabItem(HWND hDlg, HWND hCtl, BOOL bPrevious)
 
 BOOL IsDialogMessage(HWND hDlg, MSG* msg)
 {
+    // Messages of other windows, a combo box's popup list among them, are not the dialog's.
     if (!msg || !msg->hwnd || (msg->hwnd != hDlg && !IsChild(hDlg, msg->hwnd))) return FALSE;
-    // A combo box's own list is a popup of the combo, not a child of the dialog; it is let be.
     if (msg->message == WM_KEYDOWN) {
         LRESULT code = SendMessage(msg->hwnd, WM_GETDLGCODE, msg->wParam, (LPARAM)msg);
         switch (msg->wParam) {
@@ -160,12 +160,13 @@ INT_PTR RunModalDialog(HWND hDlg, HWND hWndOwner)
     if (!Ended(hDlg)) PumpMessages();
     // Nobody is there to answer: the dialog ends as by Escape, and failing that it is ended.
     if (!Ended(hDlg)) PressCancel(hDlg);
-    if (!Ended(hDlg)) EndDialog(hDlg, IDCANCEL);
-    INT_PTR result = DialogOf(hDlg)->nResult;
+    if (IsWindow(hDlg) && !Ended(hDlg)) EndDialog(hDlg, IDCANCEL);
+    DialogState* d = DialogOf(hDlg);   // gone when a handler destroyed the dialog
+    INT_PTR result = d ? d->nResult : -1;
     ModalStack().pop_back();
     S().pump = outer;
-    if (ownerWasEnabled) EnableWindow(hWndOwner, TRUE);
-    ShowWindow(hDlg, SW_HIDE);
+    if (ownerWasEnabled && IsWindow(hWndOwner)) EnableWindow(hWndOwner, TRUE);
+    if (IsWindow(hDlg)) ShowWindow(hDlg, SW_HIDE);
     if (hWndOwner && IsWindow(hWndOwner) && IsWindowVisible(hWndOwner)) SetActiveWindow(hWndOwner);
     return result;
 }
@@ -175,6 +176,6 @@ INT_PTR DialogBoxIndirectParam(HINSTANCE hInstance, LPCDLGTEMPLATE t, HWND hWndP
     HWND hDlg = CreateDialogIndirectParam(hInstance, t, hWndParent, proc, lParam);
     if (!hDlg) return -1;
     INT_PTR result = RunModalDialog(hDlg, hWndParent);
-    DestroyWindow(hDlg);
+    if (IsWindow(hDlg)) DestroyWindow(hDlg);
     return result;
 }
