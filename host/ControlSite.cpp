@@ -70,10 +70,10 @@ HRESULT CControlSite::OnInvalidate(const RECT*, BOOL fErase)
 HRESULT CControlSite::ShowPropertyFrame()
 {
     if (!m_host.m_bShowPropertyFrame) return E_NOTIMPL;
-    CComPtr<ISpecifyPropertyPages> spec;
-    HRESULT hr = m_pDispatch->QueryInterface(IID_ISpecifyPropertyPages, reinterpret_cast<void**>(&spec));
+    CComPtr<ISpecifyPropertyPages> specify;
+    HRESULT hr = m_pDispatch->QueryInterface(IID_ISpecifyPropertyPages, reinterpret_cast<void**>(&specify));
     CAUUID pages{0, nullptr};
-    if (SUCCEEDED(hr)) hr = spec->GetPages(&pages);
+    if (SUCCEEDED(hr)) hr = specify->GetPages(&pages);
     if (FAILED(hr)) return hr;
     IUnknown* object = m_pDispatch;
     hr = OleCreatePropertyFrame(m_hWndForm, 0, 0, u"Host", 1, &object, pages.cElems, pages.pElems, m_host.m_lcid, 0, nullptr);

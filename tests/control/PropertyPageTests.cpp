@@ -441,6 +441,18 @@ TEST_F(FrameTest, StockPagesEditColoursTheFontAndPictures)
     EXPECT_TRUE(Get(q, u"DropPicture").pdispVal);
 }
 
+// The frame stands at x, y pixels from its owner's origin.
+TEST_F(PropertyPageTest, FrameIsPlacedFromItsOwnersOrigin)
+{
+    CControlSite* q = Create();
+    RECT rc{};
+    m_drive = [&](CDialogDriver& d) { ::GetWindowRect(d.Window(), &rc); };
+    IUnknown* object = q->Control();
+    OleCreatePropertyFrame(m_form->Window(), 30, 20, u"Placed", 1, &object, 0, nullptr, 1033, 0, nullptr);
+    EXPECT_EQ(rc.left, 100 + 30);
+    EXPECT_EQ(rc.top, 100 + 20);
+}
+
 TEST_F(PropertyPageTest, MorePageTabOrderFollowsItsTable)
 {
     CControlSite* q = Create();
