@@ -36,6 +36,8 @@ HRESULT CControlSite::QueryInterface(REFIID riid, void** ppv)
     if (riid == IID_IUnknown || riid == IID_IOleClientSite) *ppv = static_cast<IOleClientSite*>(this);
     else if (riid == IID_IPropertyNotifySink) *ppv = static_cast<IPropertyNotifySink*>(this);
     else if (riid == IID_IDispatch) *ppv = static_cast<IDispatch*>(this);
+    else if (riid == IID_IOleControlSite) *ppv = static_cast<IOleControlSite*>(this);
+    else if (riid == IID_IOleInPlaceSite && m_hWndForm) *ppv = static_cast<IOleInPlaceSite*>(this);
     else { *ppv = nullptr; return E_NOINTERFACE; }
     return S_OK;
 }
@@ -44,6 +46,7 @@ HRESULT CControlSite::GetAmbientProperty(DISPID dispid, VARIANT* pvar)
 {
     VariantInit(pvar);
     switch (dispid) {
+    case DISPID_AMBIENT_LOCALEID: pvar->vt = VT_I4; pvar->lVal = static_cast<LONG>(m_host.m_lcid); return S_OK;
     case DISPID_AMBIENT_USERMODE: pvar->vt = VT_BOOL; pvar->boolVal = m_host.m_bUserMode ? VARIANT_TRUE : VARIANT_FALSE; return S_OK;
     case DISPID_AMBIENT_FORECOLOR: pvar->vt = VT_I4; pvar->lVal = static_cast<LONG>(m_host.m_clrAmbientFore); return S_OK;
     case DISPID_AMBIENT_BACKCOLOR: pvar->vt = VT_I4; pvar->lVal = static_cast<LONG>(m_host.m_clrAmbientBack); return S_OK;
@@ -60,6 +63,33 @@ HRESULT CControlSite::OnInvalidate(const RECT*, BOOL fErase)
 {
     ++m_nInvalidates;
     if (m_hWndForm && !Window()) ::InvalidateRect(m_hWndForm, &m_rc, fErase);
+    return S_OK;
+}
+
+// A host that has a frame of its own shows the control's pages in it, with its own caption.
+HRESULT CControlSite::ShowPropertyFrame()
+{
+    if (!m_host.m_bShowPropertyFrame) return E_NOTIMPL;
+    CComPtr<ISpecifyPropertyPages> specify;
+    HRESULT hr = m_pDispatch->QueryInterface(IID_ISpecifyPropertyPages, reinterpret_cast<void**>(&specify));
+    CAUUID pages{0, nullptr};
+    if (SUCCEEDED(hr)) hr = specify->GetPages(&pages);
+    if (FAILED(hr)) return hr;
+    IUnknown* object = m_pDispatch;
+    hr = OleCreatePropertyFrame(m_hWndForm, 0, 0, u"Host", 1, &object, pages.cElems, pages.pElems, m_host.m_lcid, 0, nullptr);
+    CoTaskMemFree(pages.pElems);
+    return hr;
+}
+
+HRESULT CControlSite::GetWindow(HWND* phwnd)
+{
+    *phwnd = m_hWndForm;
+    return m_hWndForm ? S_OK : E_FAIL;
+}
+
+HRESULT CControlSite::EnableModeless(BOOL fEnable)
+{
+    if (m_host.m_onEnableModeless) m_host.m_onEnableModeless(*this, fEnable);
     return S_OK;
 }
 

@@ -5,11 +5,16 @@
 #include <functional>
 #include <vector>
 #include "com/ocidl.h"
+#include "com/proppage.h"
 #include "framework/dispmap.h"
 
 class CHost;
 
-class CControlSite final : public IOleClientSite, public IPropertyNotifySink, public IDispatch {
+class CControlSite final : public IOleClientSite,
+                           public IPropertyNotifySink,
+                           public IDispatch,
+                           public IOleControlSite,
+                           public IOleInPlaceSite {
 public:
     // An event as the sink heard it: arguments in declaration order, by-reference ones writable.
     using EventHandler = std::function<void(const EventEntry& event, VARIANT* args, UINT count)>;
@@ -30,6 +35,11 @@ public:
     // IPropertyNotifySink
     HRESULT OnChanged(DISPID dispID) override;
     HRESULT OnRequestEdit(DISPID) override { return S_OK; }
+    // IOleControlSite: the host's own property frame, when it has one.
+    HRESULT ShowPropertyFrame() override;
+    // IOleInPlaceSite: the form's window; a modal dialog of the control disables the host's modeless ones.
+    HRESULT GetWindow(HWND* phwnd) override;
+    HRESULT EnableModeless(BOOL fEnable) override;
     // IDispatch: the event sink
     HRESULT GetTypeInfoCount(UINT* p) override { *p = 0; return S_OK; }
     HRESULT GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }

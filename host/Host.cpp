@@ -54,6 +54,7 @@ CHost::CHost()
     AfxSetFileDialogHook([this](BOOL bOpen, const CString& initialName, CString& path) {
         return m_onFileDialog && m_onFileDialog(bOpen ? "open" : "save", initialName, path);
     });
+    ::SetModalDialogHook([this](HWND hDlg) { if (m_onDialog) m_onDialog(hDlg); });
 }
 
 CHost::~CHost()
@@ -63,6 +64,7 @@ CHost::~CHost()
     ::SetMessagePump(nullptr);
     ::SetMessageBeepHook(nullptr);
     AfxSetFileDialogHook(nullptr);
+    ::SetModalDialogHook(nullptr);
     if (m_pAmbientFont) m_pAmbientFont->Release();
 }
 

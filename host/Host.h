@@ -91,6 +91,15 @@ public:
 
     // Data-binding notifications (BoundPropertyChanged) of any control.
     std::function<void(CControlSite&, DISPID)> m_onPropertyChanged;
+    // The ambient locale.
+    LCID m_lcid = 1033;
+    // The site shows the control's pages in a frame of the host's own (IOleControlSite::ShowPropertyFrame).
+    BOOL m_bShowPropertyFrame = FALSE;
+    // A control's modal dialog opens (FALSE) and has closed (TRUE), as IOleInPlaceFrame::EnableModeless hears it.
+    std::function<void(CControlSite&, BOOL)> m_onEnableModeless;
+    // A modal dialog or property frame is up and painted; the handler stands for the person in front
+    // of it. Without one, or when it leaves the dialog open, the dialog is cancelled.
+    std::function<void(HWND hDlg)> m_onDialog;
     // MessageBeep, as the host hears it.
     std::function<void(UINT)> m_onBeep;
     // The answer to a control's file dialog: "open" or "save" and the initial name; the chosen

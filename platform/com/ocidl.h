@@ -102,10 +102,18 @@ protected:
     ~IOleClientSite() = default;
 };
 
+#define OLEIVERB_PROPERTIES (-7)
+#define OLEOBJ_S_INVALIDVERB ((HRESULT)0x00040180L)
+
+struct MSG;
+
 struct IOleObject : IUnknown {
     virtual HRESULT SetClientSite(IOleClientSite* pClientSite) = 0;
     virtual HRESULT GetClientSite(IOleClientSite** ppClientSite) = 0;
     virtual HRESULT Close(DWORD dwSaveOption) = 0;
+    // Runs a verb: OLEIVERB_PROPERTIES, or the object's own verbs numbered from 0.
+    virtual HRESULT DoVerb(LONG iVerb, MSG* lpmsg, IOleClientSite* pActiveSite, LONG lindex, HWND hwndParent,
+                           LPCRECT lprcPosRect) = 0;
 protected:
     ~IOleObject() = default;
 };

@@ -36,6 +36,7 @@ HRESULT COleControl::QueryInterface(REFIID riid, void** ppv)
     else if (riid == IID_IOleInPlaceObject) *ppv = static_cast<IOleInPlaceObject*>(this);
     else if (riid == IID_IOleInPlaceActiveObject) *ppv = static_cast<IOleInPlaceActiveObject*>(this);
     else if (riid == IID_IViewObject) *ppv = static_cast<IViewObject*>(this);
+    else if (riid == IID_ISpecifyPropertyPages) *ppv = static_cast<ISpecifyPropertyPages*>(this);
     else { *ppv = nullptr; return E_NOINTERFACE; }
     AddRef();
     return S_OK;

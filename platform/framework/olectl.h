@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 #include "base/coll.h"
+#include "com/proppage.h"
 #include "dc.h"
 #include "dispmap.h"
 #include "fontholder.h"
@@ -32,7 +33,8 @@ class COleControl : public CWnd,
                     public IProvideClassInfo,
                     public IOleInPlaceObject,
                     public IOleInPlaceActiveObject,
-                    public IViewObject {
+                    public IViewObject,
+                    public ISpecifyPropertyPages {
 public:
     COleControl();
     ~COleControl() override;
@@ -67,6 +69,11 @@ public:
     HRESULT SetClientSite(IOleClientSite* pClientSite) override;
     HRESULT GetClientSite(IOleClientSite** ppClientSite) override;
     HRESULT Close(DWORD dwSaveOption) override;
+    HRESULT DoVerb(LONG iVerb, MSG* lpmsg, IOleClientSite* pActiveSite, LONG lindex, HWND hwndParent,
+                   LPCRECT lprcPosRect) override;
+
+    // ISpecifyPropertyPages, from the class's page list.
+    HRESULT GetPages(CAUUID* pPages) override;
 
     // IProvideClassInfo
     HRESULT GetClassInfo(ITypeInfo** ppTI) override;
@@ -97,6 +104,26 @@ public:
     virtual void OnEnabledChanged();
     virtual void OnTextChanged();
     virtual void OnDraw(CDC* pdc, const CRect& rcBounds, const CRect& rcInvalid);
+    // The class's property pages, in order, and their count.
+    virtual LPCLSID GetPropPageIDs(ULONG& cPropPages);
+    // The string resource of the class's user type name.
+    virtual UINT GetUserTypeNameID() { return 0; }
+    // The class's own verbs, numbered from 0: their handlers, as the verb map lists them.
+    using VerbHandler = BOOL (*)(COleControl* pCtrl, LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
+    virtual const std::vector<VerbHandler>& GetVerbMap() const;
+
+    // The Properties verb: the host's own frame if it has one, else the frame with the class's pages.
+    BOOL OnProperties(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
+    // Tell the container that a modal dialog opens and has closed.
+    void PreModalDialog(HWND hWndParent = nullptr);
+    void PostModalDialog(HWND hWndParent = nullptr);
+    // The user type name, from the string resource.
+    CString GetUserType();
+    LCID AmbientLocaleID();
+    // The site's own frame (IOleControlSite::ShowPropertyFrame); S_OK when it showed it.
+    HRESULT ShowSitePropertyFrame();
+    // The window of the in-place site, frame or document, the first that answers; else null.
+    HWND GetInPlaceParentWindow();
 
     // Handlers of the framework: the stock mouse and key events, painting and focus.
     void OnPaint();
@@ -203,6 +230,7 @@ private:
 
     CComRefCount<COleControl> m_ref;
     IOleClientSite* m_pClientSite = nullptr;
+    friend class COleControlPages;
     std::vector<std::pair<DWORD, IDispatch*>> m_sinks;
     DWORD m_nextCookie = 1;
     BOOL m_bModified = FALSE;

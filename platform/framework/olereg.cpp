@@ -6,7 +6,7 @@
 #include "com/objbase.h"
 #include "com/typeinfo.h"
 #include "com/winreg.h"
-#include "user/resource.h"
+#include "user/dlgctl.h"
 
 namespace {
 

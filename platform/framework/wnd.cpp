@@ -58,6 +58,13 @@ CWnd* CWnd::FromHandle(HWND hWnd)
     return temp.get();
 }
 
+HWND CWnd::GetSafeOwner_(HWND hWnd, HWND* pWndTop)
+{
+    HWND top = hWnd ? ::GetAncestor(hWnd, GA_ROOT) : ::GetActiveWindow();
+    if (pWndTop) *pWndTop = top;
+    return top;
+}
+
 void CWnd::Attach(HWND hWnd)
 {
     m_hWnd = hWnd;

@@ -89,6 +89,9 @@ public:
     // The object attached to a handle; a handle that has none gets a temporary object.
     static CWnd* FromHandle(HWND hWnd);
     static CWnd* FromHandlePermanent(HWND hWnd);
+    // The top-level window that owns whatever a dialog over hWnd shows (the active window when
+    // hWnd is null), in *pWndTop too when asked.
+    static HWND GetSafeOwner_(HWND hWnd, HWND* pWndTop);
 
     BOOL CreateEx(DWORD dwExStyle, LPCTSTR lpszClassName, LPCTSTR lpszWindowName, DWORD dwStyle, const RECT& rect,
                   CWnd* pParentWnd, UINT nID, void* lpParam = nullptr);

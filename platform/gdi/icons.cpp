@@ -118,6 +118,8 @@ BOOL DestroyIcon(HICON hIcon)
     Icon* p = GetIcon(hIcon);
     if (!p)
         return FALSE;
+    if (p->m_bStock)
+        return TRUE;   // a permanent image stays
     Objects().Remove(hIcon);
     return TRUE;
 }

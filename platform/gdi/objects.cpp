@@ -81,6 +81,14 @@ void Table::Remove(HGDIOBJ h)
     m_free.push_back(nSlot);
 }
 
+void Table::Forget(HGDIOBJ h)
+{
+    if (Object* p = Get(h); p && !p->m_bStock) {
+        p->m_bStock = true;
+        --m_nLive;
+    }
+}
+
 std::string Table::DescribeLive() const
 {
     std::string s;
@@ -389,6 +397,13 @@ BOOL DeleteObject(HGDIOBJ ho)
         return FALSE;
     Objects().Remove(ho);
     return TRUE;
+}
+
+void GdiMakePermanent(HGDIOBJ h)
+{
+    Object* p = Objects().Get(h);
+    if (!p || p->m_bStock) return;
+    Objects().Forget(h);
 }
 
 int GdiGetLiveObjectCount() { return Objects().LiveCount(); }

@@ -112,6 +112,7 @@ public:
         return p && p->m_nType == nType ? static_cast<T*>(p) : nullptr;
     }
     void Remove(HGDIOBJ h);
+    void Forget(HGDIOBJ h);    // the object becomes permanent, as a stock one
     int LiveCount() const { return m_nLive; }
     std::string DescribeLive() const;
 

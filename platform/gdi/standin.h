@@ -32,6 +32,10 @@ HICON LoadIconFile(const char* pszPath);
 
 // ---- Test hooks and diagnostics ------------------------------------------------------------------------------
 
+// Makes an object last as long as the process, as a shared resource image (a loaded icon) does: it is
+// no longer counted among the live objects, and DeleteObject and DestroyIcon leave it be.
+void GdiMakePermanent(HGDIOBJ h);
+
 // GDI objects that exist now and were made by the program: DCs, bitmaps, pens, brushes, fonts, regions
 // and icons. Stock objects and system colour brushes are not counted. A test that ends above its starting
 // count has leaked.

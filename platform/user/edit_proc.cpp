@@ -1,6 +1,7 @@
 // The EDIT window class: its window procedure, keys, mouse selection, EM_ messages, clipboard
 // messages and EN_ notifications to the parent.
 #include <algorithm>
+#include "dlg_p.h"
 #include "edit_p.h"
 #include "inputapi.h"
 #include "sysapi.h"
@@ -25,6 +26,7 @@ void RegisterSystemClasses()
     wc.hCursor = LoadCursor(nullptr, IDC_IBEAM);
     wc.lpszClassName = WC_EDIT;
     RegisterClass(&wc);
+    RegisterDialogClasses();
 }
 
 } // namespace user

@@ -8,3 +8,5 @@
 #include "user/inputapi.h"
 #include "user/sysapi.h"
 #include "user/editctl.h"
+#include "user/drawapi.h"
+#include "user/dlgctl.h"

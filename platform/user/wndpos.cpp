@@ -8,6 +8,15 @@ using namespace user;
 
 namespace {
 
+// A window that comes into view paints whole, with every visible child it holds (they collected
+// nothing while it was hidden).
+void InvalidateTree(Wnd* w)
+{
+    InvalidateRect(w->hwnd, nullptr, TRUE);
+    for (HWND c : w->children)
+        if (Wnd* cw = FromHandle(c); cw && (cw->dwStyle & WS_VISIBLE)) InvalidateTree(cw);
+}
+
 void PlaceInZOrder(Wnd* w, HWND after)
 {
     std::vector<HWND>& sib = SiblingList(w);
@@ -65,7 +74,7 @@ UINT ApplyPos(Wnd* w, WINDOWPOS& wp)
     if ((flags & SWP_SHOWWINDOW) && !wasVisible) {
         w->dwStyle |= WS_VISIBLE;
         w->bHasUpdate = false;
-        InvalidateRect(w->hwnd, nullptr, TRUE);
+        InvalidateTree(w);
     } else if ((flags & SWP_HIDEWINDOW) && wasVisible) {
         w->dwStyle &= ~WS_VISIBLE;
         w->bHasUpdate = false;

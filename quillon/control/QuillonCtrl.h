@@ -148,6 +148,13 @@ public:
     void SetXMLRead(LPCTSTR strValue);
     void SetXMLWrite(LPCTSTR strValue);
 
+    // Property pages, the About box and the Properties verb
+    LPCLSID GetPropPageIDs(ULONG& cPropPages) override;
+    UINT GetUserTypeNameID() override;
+    const std::vector<VerbHandler>& GetVerbMap() const override;
+    void SetPropertyPages(SHORT nNewValue);
+    void AboutBox();
+
     // Events
     void FireChange() { FireEvent(eventidChange); }
     void FireCtrlError(SHORT nError, SHORT nIndex);

@@ -1,39 +1,6 @@
 // CQuillonCtrl: the dispatch map of _DQuillon in its order, and the event map of _DQuillonEvents.
 #include "control/QuillonCtrl.h"
 
-namespace {
-
-// An entry whose work lands with a later part of the control: declared with its dispid and
-// types, and answering E_NOTIMPL until then.
-DispEntry NotYetBuilt(DispEntry e)
-{
-    auto notImpl = [](auto&&...) { return E_NOTIMPL; };
-    if (e.flags & DISPATCH_METHOD) e.call = notImpl;
-    else e.put = notImpl;
-    return e;
-}
-
-// A property whose get already gives its fixed value and whose put waits for its part.
-template <class R>
-DispEntry PendingPut(const char16_t* name, DISPID dispid, VARTYPE vt, R (CQuillonCtrl::*get)())
-{
-    DispEntry e = MakeDispEntry(name, dispid, DISPATCH_PROPERTYGET | DISPATCH_PROPERTYPUT, vt);
-    e.get = [get, vt](CCmdTarget* t, VARIANT* out) {
-        DispToVariant((static_cast<CQuillonCtrl*>(t)->*get)(), vt, out);
-        return S_OK;
-    };
-    return NotYetBuilt(std::move(e));
-}
-
-DispEntry PendingMethod(const char16_t* name, DISPID dispid, VARTYPE vtResult, std::vector<VARTYPE> params = {})
-{
-    DispEntry e = MakeDispEntry(name, dispid, DISPATCH_METHOD, vtResult);
-    e.params = std::move(params);
-    return NotYetBuilt(std::move(e));
-}
-
-} // namespace
-
 #define COLOR_A(name, id, member) \
     DispProperty(name, id, VT_UI4, &CQuillonCtrl::GetColor<&CQuillonCtrl::member>, &CQuillonCtrl::PutColorA<&CQuillonCtrl::member>)
 #define BOOL_A(name, id, member) \
@@ -55,7 +22,7 @@ const CDispatchMap& CQuillonCtrl::DispatchMap()
 {
     static const CDispatchMap map = [] {
         CDispatchMap m{
-            PendingMethod(u"AboutBox", DISPID_ABOUTBOX, VT_EMPTY),
+            DispMethod(u"AboutBox", DISPID_ABOUTBOX, VT_EMPTY, &CQuillonCtrl::AboutBox),
             StockBackColor(), StockForeColor(), StockEnabled(), StockFont(), StockHwnd(), StockText(),
             COLOR_A(u"BorderColor", 1, m_clrBorder),
             SHORT_SET(u"BorderType", 2, m_nBorderType, SetBorderType),
@@ -116,7 +83,7 @@ const CDispatchMap& CQuillonCtrl::DispatchMap()
             DispMethod(u"ReadFile", 57, VT_BOOL, &CQuillonCtrl::ReadFile, {VT_BSTR, VT_I2}),
             DispMethod(u"WriteFile", 58, VT_BOOL, &CQuillonCtrl::WriteFile, {VT_BSTR, VT_I2}),
             DispMethod(u"ReadXMLString", 59, VT_BSTR, &CQuillonCtrl::ReadXMLString, {VT_I2}),
-            PendingPut(u"PropertyPages", 60, VT_I2, &CQuillonCtrl::GetZero),
+            DispProperty(u"PropertyPages", 60, VT_I2, &CQuillonCtrl::GetZero, &CQuillonCtrl::SetPropertyPages),
             DispMethod(u"EditHwnd", 61, VT_I4, &CQuillonCtrl::EditHwnd),
         };
         // _Text, the default value (dispid 0), is the control's text.

@@ -1,39 +1,16 @@
-// The module object, the control's class factory and the module exports.
+// The module object, the factories of the control and its pages, and the module exports.
 #include "server/QuillonApp.h"
-#include "base/module.h"
-#include "control/QuillonCtrl.h"
-#include "framework/olereg.h"
-#include "server/QuillonTypeLib.h"
-#include "server/Resource.h"
-#include "com/comcat.h"
 #include <algorithm>
 #include <iterator>
 #include <string>
-#include "user/resource.h"
-
-namespace {
-
-// The string table and the type library, entered before anything of the module is built.
-bool EnterResources()
-{
-    HMODULE hModule = nullptr;
-    GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                      reinterpret_cast<LPCTSTR>(&EnterResources), &hModule);
-    AddTypeLibResource(hModule, &QuillonTypeLibSource);
-    AddStringResources(hModule, {
-        {IDS_QUILLON, u"Quillon Control 2.0"},
-        {IDS_QUILLON_PPG, u"Quillon Property Page"},
-        {IDS_MORE_PPG, u"Quillon Property Page"},
-        {IDS_MORE_PPG_CAPTION, u"More"},
-        {IDS_ABOUT_PPG, u"Quillon Property Page"},
-        {IDS_ABOUT_PPG_CAPTION, u"About"},
-        {IDS_QUILLON_PPG_CAPTION, u"General"},
-    });
-    return true;
-}
-const bool g_bResources = EnterResources();
-
-} // namespace
+#include "base/module.h"
+#include "com/comcat.h"
+#include "control/QuillonCtrl.h"
+#include "framework/olereg.h"
+#include "server/QuillonPages.h"
+#include "server/QuillonResources.h"
+#include "server/QuillonTypeLib.h"
+#include "server/resource.h"
 
 CQuillonApp theApp;
 
@@ -60,10 +37,47 @@ public:
     }
 };
 
+// A page's factory. A page is registered by its type name alone: the ProgID it is given is never
+// written to the registry.
+template <class TPage>
+class CPageFactory : public COleObjectFactory {
+public:
+    CPageFactory(LPCTSTR lpszProgID, UINT idTypeName)
+        : COleObjectFactory(TPage::clsid, [] { return static_cast<IPropertyPage*>(new TPage); }, FALSE, lpszProgID),
+          m_idTypeName(idTypeName)
+    {
+    }
+    BOOL UpdateRegistry(BOOL bRegister) override
+    {
+        if (!bRegister) return AfxOleUnregisterClass(GetClassID(), nullptr);
+        return AfxOleRegisterPropertyPageClass(AfxGetInstanceHandle(), GetClassID(), m_idTypeName, afxRegApartmentThreading);
+    }
+
+private:
+    UINT m_idTypeName;
+};
+
+// The resources go to the platform's tables as the module loads, before any factory is asked; the
+// type library is found by the module's own handle.
+struct CResourceLoader {
+    CResourceLoader()
+    {
+        RegisterQuillonResources();
+        HMODULE hModule = nullptr;
+        GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                          reinterpret_cast<LPCTSTR>(this), &hModule);
+        AddTypeLibResource(hModule, &QuillonTypeLibSource);
+    }
+};
+
 } // namespace
 
 // Built at module load, like the module object, so that the ProgID is known from the start.
+CResourceLoader g_resources;
 CQuillonCtrlFactory g_ctrlFactory;
+CPageFactory<CQuillonPropPage> g_generalPageFactory(u"QUILLON.QuillonPropPage.1", IDS_QUILLON_PPG);
+CPageFactory<CMorePropPage> g_morePageFactory(u"Quillon.MorePropPage", IDS_MORE_PPG);
+CPageFactory<CAboutPropPage> g_aboutPageFactory(u"Quillon.AboutPropPage", IDS_ABOUT_PPG);
 
 HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv)
 {

@@ -200,11 +200,3 @@ TEST_F(ControlTest, DesignModeKeepsTheTemplateEmptyUntilTheMaskIsPut)
     CControlSite* r = Load(u"EditMask = \"##-##\"\n");
     EXPECT_EQ(Inside(r)->m_strLiteral, u"  -  ") << "built at load in run mode";
 }
-
-TEST_F(ControlTest, NotYetBuiltEntriesSaySo)
-{
-    CControlSite* q = Create();
-    EXPECT_EQ(q->Call(u"AboutBox", {}, nullptr), E_NOTIMPL);
-    EXPECT_EQ(q->Put(u"PropertyPages", COleVariant(SHORT(1))), E_NOTIMPL);
-    EXPECT_FALSE(q->IsDirty());
-}

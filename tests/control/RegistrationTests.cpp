@@ -24,7 +24,21 @@ std::string Escaped(const std::string& s)
     return out;
 }
 
-// The control's class key after UpdateRegistryAll(TRUE), with the module's path; its ProgID key below.
+// The three property pages: a type name and a server each, and no ProgID.
+std::string PageEntries(const std::string& path)
+{
+    std::string out;
+    for (const char* clsid : {"{5D3A1E21-7C44-4B8E-9A61-2F0B31C75201}", "{5D3A1E22-7C44-4B8E-9A61-2F0B31C75201}",
+                              "{5D3A1E23-7C44-4B8E-9A61-2F0B31C75201}"}) {
+        const std::string key = std::string("[HKEY_CLASSES_ROOT\\CLSID\\") + clsid;
+        out += key + "]\n@=\"Quillon Property Page\"\n\n" + key + "\\InprocServer32]\n@=\"" + Escaped(path) +
+               "\"\n\"ThreadingModel\"=\"Apartment\"\n\n";
+    }
+    return out;
+}
+
+// The class keys of the control and its pages after UpdateRegistryAll(TRUE), with the module's path;
+// the control's ProgID key below.
 std::string ControlEntries(const std::string& path)
 {
     const std::string cls = "[HKEY_CLASSES_ROOT\\CLSID\\{5C4B1F20-3E2A-4B7D-9A61-2F0C8D7E4A10}";
@@ -37,7 +51,7 @@ std::string ControlEntries(const std::string& path)
            cls + "\\ProgID]\n@=\"QUILLON.QuillonCtrl.2\"\n\n" +
            cls + "\\ToolboxBitmap32]\n@=\"" + Escaped(path) + ", 1\"\n\n" +
            cls + "\\TypeLib]\n@=\"{5C4B1F2F-3E2A-4B7D-9A61-2F0C8D7E4A10}\"\n\n" +
-           cls + "\\Version]\n@=\"2.0\"\n\n";
+           cls + "\\Version]\n@=\"2.0\"\n\n" + PageEntries(path);
 }
 
 constexpr const char* kProgID = "[HKEY_CLASSES_ROOT\\QUILLON.QuillonCtrl.2]\n@=\"Quillon Control 2.0\"\n\n"
@@ -93,7 +107,7 @@ std::string ControlEntriesWithCategories(const std::string& path)
 
 } // namespace
 
-TEST(Registration, FactoriesWriteTheControlsEntriesAndRemoveThemAgain)
+TEST(Registration, FactoriesWriteTheClassEntriesAndRemoveThemAgain)
 {
     RegClearClassesRoot();
     const std::string path = ModulePath();

@@ -135,3 +135,30 @@ TEST_F(ScriptTest, OneScriptObjectPerControl)
     )")) << Error();
     ExpectLines({"true false false"}, TakeLines());
 }
+
+// A Dialog handler's mistakes end the script as any error does, and the dialog is cancelled; a
+// dialog object kept past its handler no longer answers.
+TEST_F(ScriptTest, DialogHandlerErrorsAndAKeptDialogObject)
+{
+    struct Case { const char* handler; const char* message; };
+    const Case cases[] = {
+        {"dlg.page('Nope');", "test.js:3: Error: page: no tab 'Nope'"},
+        {"dlg.field(999);", "test.js:3: Error: field: the dialog has no field 999 here"},
+        {"dlg.field(232).index = 14;", "test.js:3: Error: index: no line 14"},
+        {"dlg.press('Later');", "test.js:3: Error: press: no button Later"},
+        {"throw new Error('from the handler');", "test.js:3: Error: from the handler"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_FALSE(RunWithControl(std::string("host.on('Dialog', function (dlg) {\n") + c.handler +
+                                    "\n});\nq.PropertyPages = 1;\nprint('after');")) << c.handler;
+        EXPECT_EQ(Error(), c.message);
+        ExpectLines({}, TakeLines());
+    }
+    EXPECT_FALSE(RunWithControl(R"(
+        var kept;
+        host.on("Dialog", function (dlg) { kept = dlg; dlg.press("Cancel"); });
+        q.AboutBox();
+        print(kept.caption);
+    )"));
+    EXPECT_EQ(Error(), "test.js:6: Error: caption: the dialog is no longer open");
+}

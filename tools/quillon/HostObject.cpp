@@ -4,6 +4,7 @@
 #include "ScriptBinding.h"
 #include "ScriptHost.h"
 #include "ScriptObjects.h"
+#include "host/DialogDriver.h"
 
 namespace {
 const char kHostHandlersKey[] = DUK_HIDDEN_SYMBOL("hostHandlers");
@@ -42,11 +43,12 @@ duk_ret_t IsDirtyBody(duk_context* ctx)
     return 1;
 }
 
-// host.on(name, fn): PropertyChanged (dispid, control) or Beep (type).
+// host.on(name, fn): PropertyChanged (dispid, control), Beep (type) or Dialog (the open dialog).
 duk_ret_t OnBody(duk_context* ctx)
 {
     std::string name = duk_require_string(ctx, 0);
-    if (name != "PropertyChanged" && name != "Beep") return PushScriptError(ctx, "unknown host event '" + name + "'");
+    if (name != "PropertyChanged" && name != "Beep" && name != "Dialog")
+        return PushScriptError(ctx, "unknown host event '" + name + "'");
     if (!duk_is_function(ctx, 1) && !duk_is_null_or_undefined(ctx, 1))
         return PushScriptError(ctx, "on: the handler must be a function");
     duk_push_global_stash(ctx);
@@ -117,6 +119,51 @@ bool PushHostHandler(duk_context* ctx, const char* name)
     duk_pop(ctx);
     duk_push_undefined(ctx);
     return false;
+}
+
+// host.showPropertyFrame: the site shows the control's pages in a frame of the host's own.
+duk_ret_t GetShowPropertyFrame(duk_context* ctx)
+{
+    duk_push_boolean(ctx, ScriptHostOf(ctx).Host().m_bShowPropertyFrame);
+    return 1;
+}
+
+duk_ret_t SetShowPropertyFrame(duk_context* ctx)
+{
+    ScriptHostOf(ctx).Host().m_bShowPropertyFrame = duk_to_boolean(ctx, 0) ? TRUE : FALSE;
+    return 0;
+}
+
+void DefineShowPropertyFrame(duk_context* ctx)
+{
+    duk_push_string(ctx, "showPropertyFrame");
+    duk_push_c_function(ctx, &GetShowPropertyFrame, 0);
+    duk_push_c_function(ctx, &SetShowPropertyFrame, 1);
+    duk_def_prop(ctx, -4, DUK_DEFPROP_HAVE_GETTER | DUK_DEFPROP_HAVE_SETTER | DUK_DEFPROP_SET_ENUMERABLE);
+}
+
+// [] -> [undefined or error]: the Dialog handler with the dialog's object; without one, nothing.
+duk_ret_t DeliverDialogSafely(duk_context* ctx, void* udata)
+{
+    if (!PushHostHandler(ctx, "Dialog")) return 1;
+    PushDialogObject(ctx, static_cast<CDialogDriver*>(udata));
+    if (duk_pcall(ctx, 1) != DUK_EXEC_SUCCESS) return 1;
+    duk_pop(ctx);
+    duk_push_undefined(ctx);
+    return 1;
+}
+
+// While the handler runs the dialog is up in the modal loop; when it returns, whatever it left open
+// is cancelled by the loop. A handler's error is held for the script.
+void DeliverDialog(duk_context* ctx, HWND hDlg)
+{
+    CScriptHost& host = ScriptHostOf(ctx);
+    if (host.HasHandlerError()) return;
+    CDialogDriver driver(hDlg);
+    duk_safe_call(ctx, &DeliverDialogSafely, &driver, 0, 1);
+    ForgetDialogObject(&driver);
+    if (duk_is_undefined(ctx, -1)) duk_pop(ctx);
+    else host.HoldHandlerError();
 }
 
 struct FileDialogCall {
@@ -198,6 +245,7 @@ void PushHostObject(duk_context* ctx)
     PutFunction(ctx, -1, "on", &Guarded<OnBody>, 2);
     DefineUserMode(ctx);
     DefineFileDialog(ctx);
+    DefineShowPropertyFrame(ctx);
     AddWindowCalls(ctx, -1);
 }
 
@@ -210,4 +258,5 @@ void ListenToHost(duk_context* ctx, CHost& host)
     host.m_onFileDialog = [ctx](const char* kind, const CString& initialName, CString& path) {
         return AskFileDialog(ctx, kind, initialName, path);
     };
+    host.m_onDialog = [ctx](HWND hDlg) { DeliverDialog(ctx, hDlg); };
 }

@@ -9,6 +9,11 @@ void PushHostObject(duk_context* ctx);
 void AddWindowCalls(duk_context* ctx, duk_idx_t host);
 // Starts delivering the host's own notifications (PropertyChanged, Beep) to handlers set by host.on.
 void ListenToHost(duk_context* ctx, CHost& host);
+class CDialogDriver;
+// The object of an open dialog for host.on("Dialog") handlers; it answers while the driver is live,
+// until ForgetDialogObject.
+void PushDialogObject(duk_context* ctx, CDialogDriver* driver);
+void ForgetDialogObject(CDialogDriver* driver);
 // A form: create and load controls on it.
 void PushFormObject(duk_context* ctx, CForm* form);
 

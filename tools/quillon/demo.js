@@ -197,3 +197,36 @@ host.snapshot(galleryPath, 520, 10, 490, 610);
 host.thaw();
 host.release(spin.x, spin.y);
 print(looks.length, "looks written to the gallery");
+
+print("== Property pages and the About box ==");
+// Each page is shown in the frame over a control of its own form, so that the frames stand side by
+// side, and held as a still; the About box comes last, over the fourth form.
+var pagesPath = galleryPath.replace(/\.png$/, "") + "-pages.png";
+var kFrameWidth = 500, kFrameHeight = 360;
+var pageForms = [[0, 0], [kFrameWidth, 0], [0, kFrameHeight], [kFrameWidth, kFrameHeight]].map(function (at) {
+    var f = host.form(at[0], at[1], 200, 40);
+    var c = f.create("QUILLON.QuillonCtrl.2", 10, 8, 180, 24);
+    c.EditMask = "(###) ###-####";
+    c.SpinButton = true;
+    return { x: at[0], y: at[1], control: c };
+});
+["General", "More", "About"].forEach(function (name, i) {
+    var at = pageForms[i];
+    host.on("Dialog", function (dlg) {
+        dlg.page(name);
+        print("frame:", dlg.caption, "on the", name, "page");
+        host.freeze(at.x, at.y, kFrameWidth, kFrameHeight);
+        dlg.press("Cancel");
+    });
+    at.control.PropertyPages = 1;
+});
+host.focus(pageForms[3].control);
+host.on("Dialog", function (dlg) {
+    print("dialog:", dlg.caption);
+    host.snapshot(pagesPath, 0, 0, 2 * kFrameWidth, 2 * kFrameHeight);
+    dlg.press("OK");
+});
+pageForms[3].control.AboutBox();
+host.thaw();
+host.on("Dialog", null);
+print("pages and About box written beside the gallery");
