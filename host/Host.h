@@ -7,6 +7,9 @@
 #include "host/ControlSite.h"
 #include "user/winuser.h"
 
+// Invalidates the window and every window under it.
+void InvalidateWindowTree(HWND hwnd);
+
 class CForm {
 public:
     CForm(CHost& host, const RECT& rc);
@@ -98,6 +101,7 @@ public:
     std::function<bool(const char* kind, const CString& initialName, CString& path)> m_onFileDialog;
 
 private:
+    void DispatchPaint(const MSG& msg);
     HBITMAP ComposeScreen();
     void ComposeStills(HDC screen);
     struct Still {

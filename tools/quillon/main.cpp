@@ -153,9 +153,7 @@ int View(int argc, char** argv)
         std::fprintf(stderr, "quillon: %s made no form on the screen to show\n", name.c_str());
         return kScriptFailed;
     }
-    // A form repaints once its controls are in place, as a real one does after it is shown.
     script.Host().Pump();
-    script.Host().RepaintAll();
     CViewer viewer(script, area, o.nScale, "quillon view: " + name);
     bool ok = viewer.Run(o.snapshot);
     std::fflush(stdout);
