@@ -103,6 +103,13 @@ CControlSite* CHost::SiteOfWindow(HWND hWnd)
     return nullptr;
 }
 
+CForm* CHost::FormOfWindow(HWND hWnd)
+{
+    for (auto& form : m_forms)
+        if (hWnd && form->Window() == hWnd) return form.get();
+    return nullptr;
+}
+
 CForm::CForm(CHost& host, const RECT& rc) : m_host(host), m_rc(rc)
 {
     RegisterFormClass();

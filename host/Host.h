@@ -50,6 +50,8 @@ public:
     void Pump();
     void Advance(DWORD ms);
     CControlSite* SiteOfWindow(HWND hWnd);
+    // The form whose own window this is, or null.
+    CForm* FormOfWindow(HWND hWnd);
 
     // Simulated input: each call is delivered at once through the message loop.
     void Focus(CControlSite& site);

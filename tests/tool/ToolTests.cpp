@@ -89,6 +89,32 @@ TEST(Tool, TextSetBeforeTheFirstPaintShows)
     EXPECT_EQ(r.out, "true true true\n");
 }
 
+// Width and height from a PNG's header.
+std::pair<unsigned, unsigned> PngSize(const std::string& path)
+{
+    std::string png = Slurp(path);
+    auto at = [&](size_t i) { return png.size() > i + 3 ? (unsigned char)png[i] << 24 | (unsigned char)png[i + 1] << 16 |
+                                                               (unsigned char)png[i + 2] << 8 | (unsigned char)png[i + 3]
+                                                         : 0u; };
+    return {at(16), at(20)};
+}
+
+// form.snapshot is the screen under the form, cut to the screen where the form leaves it.
+TEST(Tool, FormSnapshotIsTheFormsArea)
+{
+    auto dir = std::filesystem::temp_directory_path();
+    std::string whole = (dir / "quillon-form.png").string(), area = (dir / "quillon-area.png").string(),
+                edge = (dir / "quillon-edge.png").string();
+    Result r = RunScript("var form = host.form(50, 60, 200, 100);\n"
+                         "form.create('QUILLON.QuillonCtrl.2', 10, 10, 120, 24).Text = 'Snap';\n"
+                         "form.snapshot('" + whole + "'); host.snapshot('" + area + "', 50, 60, 200, 100);\n"
+                         "host.form(900, 700, 200, 100).snapshot('" + edge + "');\n");
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(PngSize(whole), std::make_pair(200u, 100u));
+    EXPECT_EQ(Slurp(whole), Slurp(area));
+    EXPECT_EQ(PngSize(edge), std::make_pair(124u, 68u));
+}
+
 TEST(Tool, FrozenAreaOutlivesTheLookUntilThawed)
 {
     Result r = RunScript(std::string(kForm) +
