@@ -192,4 +192,4 @@ host.press(spin.x, spin.y);
 host.snapshot(galleryPath, 520, 10, 490, 610);
 host.thaw();
 host.release(spin.x, spin.y);
-print(looks.length, "looks written to the gallery");
+print(looks.length, "looks written to the gallery,", galleryPath);
