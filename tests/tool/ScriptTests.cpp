@@ -98,7 +98,7 @@ TEST_F(ScriptTest, ErrorsSuggestAndExplain)
         {"form.create('QUILLON.QuillonCtrl.2', 0, 0);", "form.create(progID, x, y, w, h): missing w and h"},
         {"form.load('QUILLON.QuillonCtrl.2', 5, 0, 0, 9, 9);", "form.load(progID, bag, x, y, w, h): bag must be a string, not a number"},
         {"host.click(q, 5);", "host.click(x, y): x must be a number, not a control"},
-        {"q.on();", "control.on(event, handler): missing event and handler"},
+        {"q.on();", "control.on(event, handler): missing event"},
         {"q.hWnd = 1;", "'hWnd' is a read-only property"},
         {"host.type('1');", "host.type: the focus is on a form, not in a control, so the keys would go nowhere; call host.focus(control) first"},
         {"host.pixel(1024, 0);", "host.pixel: (1024, 0) is outside the 1024 x 768 screen"},

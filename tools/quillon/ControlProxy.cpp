@@ -183,7 +183,7 @@ void Deliver(duk_context* ctx, CControlSite* site, const EventEntry& event, VARI
     else host.HoldHandlerError();
 }
 
-constexpr Param kOn[] = {{"event", Arg::String}, {"handler", Arg::Any}};
+constexpr Param kOn[] = {{"event", Arg::String}, {"handler", Arg::Any, true}};
 constexpr Signature kOnCall{"control.on", kOn};
 
 void PushProxyHandler(duk_context* ctx)

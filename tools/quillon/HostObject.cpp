@@ -190,7 +190,7 @@ void Deliver(duk_context* ctx, HostEvent event)
 namespace {
 constexpr Param kRect[] = {{"x", Arg::Number}, {"y", Arg::Number}, {"w", Arg::Number}, {"h", Arg::Number}};
 constexpr Param kControl[] = {{"control", Arg::Control}};
-constexpr Param kOn[] = {{"event", Arg::String}, {"handler", Arg::Any}};
+constexpr Param kOn[] = {{"event", Arg::String}, {"handler", Arg::Any, true}};
 constexpr Signature kFormCall{"host.form", kRect}, kSaveCall{"host.save", kControl}, kIsDirtyCall{"host.isDirty", kControl},
     kOnCall{"host.on", kOn};
 } // namespace
