@@ -22,6 +22,8 @@ public:
     operator const char16_t*() const { return m_str.c_str(); }
     const char16_t* GetString() const { return m_str.c_str(); }
     const std::u16string& str() const { return m_str; }
+    // Replaces the text, keeping the buffer when it is large enough.
+    void SetString(const char16_t* pch, int nLength) { m_str.assign(pch, nLength > 0 ? static_cast<size_t>(nLength) : 0); }
 
     CString Left(int nCount) const;
     CString Right(int nCount) const;

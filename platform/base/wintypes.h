@@ -31,6 +31,7 @@ typedef char16_t OLECHAR;
 typedef const char16_t* LPCTSTR;
 typedef char16_t* LPTSTR;
 typedef const char16_t* LPCOLESTR;
+typedef char16_t* LPOLESTR;
 typedef const char16_t* LPCWSTR;
 #define _T(x) u##x
 #define L_(x) u##x

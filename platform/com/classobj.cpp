@@ -4,6 +4,7 @@
 #include <cassert>
 #include <vector>
 #include "base/cstring.h"
+#include "comcat.h"
 #include "msxml.h"
 
 namespace {
@@ -11,7 +12,7 @@ namespace {
 std::vector<LPFNGETCLASSOBJECT>& Servers()
 {
     // The system's own servers are there from the start.
-    static std::vector<LPFNGETCLASSOBJECT> servers{&MsxmlDllGetClassObject};
+    static std::vector<LPFNGETCLASSOBJECT> servers{&MsxmlDllGetClassObject, &ComcatDllGetClassObject};
     return servers;
 }
 

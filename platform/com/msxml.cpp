@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 #include "base/crtio.h"
+#include "sysfactory_p.h"
 
 namespace {
 
@@ -109,16 +110,21 @@ BSTR NodeText(xmlNodePtr node)
 }
 
 // Serialisation, as MSXML gives it: markup escaped where it must be, empty elements closed as "/>".
+// One pass over the text: ASCII widened in place, the rest of a run decoded at once.
 void AppendEscaped(std::u16string& out, std::string_view text, bool bAttribute)
 {
-    const char* special = bAttribute ? "&<>\"" : "&<>";
-    for (size_t from = 0; from < text.size();) {
-        size_t at = text.find_first_of(special, from);
-        AppendUtf16(out, text.substr(from, at == std::string_view::npos ? std::string_view::npos : at - from));
-        if (at == std::string_view::npos) break;
-        out += text[at] == '&' ? u"&amp;" : text[at] == '<' ? u"&lt;" : text[at] == '>' ? u"&gt;" : u"&quot;";
-        from = at + 1;
+    size_t from = 0;
+    auto flush = [&](size_t to) { if (to > from) AppendUtf16(out, text.substr(from, to - from)); };
+    for (size_t i = 0; i < text.size(); ++i) {
+        const char ch = text[i];
+        const char16_t* entity = ch == '&' ? u"&amp;" : ch == '<' ? u"&lt;" : ch == '>' ? u"&gt;"
+                               : ch == '"' && bAttribute ? u"&quot;" : nullptr;
+        if (!entity) continue;
+        flush(i);
+        out += entity;
+        from = i + 1;
     }
+    flush(text.size());
 }
 
 void AppendMarkup(std::u16string& out, xmlNodePtr node);
@@ -276,9 +282,16 @@ private:
     xmlNodePtr m_pNode;
 };
 
+// A list holds a selection's nodes, or walks an element's children along their sibling links from
+// where the last lookup stopped: lists are read front to back, and a child list costs no copy.
 class CDomNodeList final : public IXMLDOMNodeList {
 public:
-    CDomNodeList(TreeRef tree, std::vector<xmlNodePtr> nodes) : m_tree(std::move(tree)), m_nodes(std::move(nodes)) {}
+    CDomNodeList(TreeRef tree, std::vector<xmlNodePtr> nodes)
+        : m_tree(std::move(tree)), m_nodes(std::move(nodes)), m_nLength(m_nodes.size()) {}
+    CDomNodeList(TreeRef tree, xmlNodePtr parent) : m_tree(std::move(tree)), m_pParent(parent)
+    {
+        for (xmlNodePtr c = parent->children; c; c = c->next) ++m_nLength;
+    }
     static void* operator new(size_t size) { return CFreeList<CDomNodeList>::Allocate(size); }
     static void operator delete(void* p, size_t size) { CFreeList<CDomNodeList>::Free(p, size); }
     HRESULT QueryInterface(REFIID riid, void** ppv) override
@@ -294,24 +307,35 @@ public:
     {
         if (!listItem) return E_POINTER;
         *listItem = nullptr;
-        if (index < 0 || static_cast<size_t>(index) >= m_nodes.size()) return S_FALSE;
-        *listItem = new CDomNode(m_tree, m_nodes[static_cast<size_t>(index)]);
+        if (index < 0 || static_cast<size_t>(index) >= m_nLength) return S_FALSE;
+        *listItem = new CDomNode(m_tree, NodeAt(static_cast<size_t>(index)));
         return S_OK;
     }
     HRESULT get_length(LONG* listLength) override
     {
         if (!listLength) return E_POINTER;
         // A list never holds more nodes than a document of at most 2 GB can.
-        *listLength = static_cast<LONG>(m_nodes.size());
+        *listLength = static_cast<LONG>(m_nLength);
         return S_OK;
     }
 
 private:
     friend class CComRefCount<CDomNodeList>;
     ~CDomNodeList() = default;
+    xmlNodePtr NodeAt(size_t index)
+    {
+        if (!m_pParent) return m_nodes[index];
+        if (!m_pCursor || index < m_nCursor) m_pCursor = m_pParent->children, m_nCursor = 0;
+        for (; m_nCursor < index; ++m_nCursor) m_pCursor = m_pCursor->next;
+        return m_pCursor;
+    }
     CComRefCount<CDomNodeList> m_ref;
     TreeRef m_tree;
-    std::vector<xmlNodePtr> m_nodes;
+    std::vector<xmlNodePtr> m_nodes; // a selection
+    xmlNodePtr m_pParent = nullptr;   // or the element whose children these are
+    size_t m_nLength = 0;
+    xmlNodePtr m_pCursor = nullptr; // the child last looked up, at m_nCursor
+    size_t m_nCursor = 0;
 };
 
 template <class Base>
@@ -326,9 +350,7 @@ template <class Base>
 HRESULT CDomNodeImpl<Base>::get_childNodes(IXMLDOMNodeList** childList)
 {
     if (!childList) return E_POINTER;
-    std::vector<xmlNodePtr> children;
-    for (xmlNodePtr c = Node() ? Node()->children : nullptr; c; c = c->next) children.push_back(c);
-    *childList = new CDomNodeList(Tree(), std::move(children));
+    *childList = Node() ? new CDomNodeList(Tree(), Node()) : new CDomNodeList(Tree(), std::vector<xmlNodePtr>{});
     return S_OK;
 }
 
@@ -398,7 +420,9 @@ int ReadFromFile(void* context, char* buffer, int len)
 
 int CloseFile(void*) { return 0; } // the file is closed by its opener
 
-constexpr int kParseOptions = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
+// Short text nodes are kept inside their node (XML_PARSE_COMPACT): the line breaks between elements
+// cost no allocation each.
+constexpr int kParseOptions = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_COMPACT;
 
 void IgnoreGenericError(void*, const char*, ...) {}
 void IgnoreStructuredError(void*, xmlErrorPtr) {}
@@ -494,36 +518,9 @@ private:
     TreeRef m_tree;
 };
 
-class CDomFactory final : public IClassFactory {
-public:
-    HRESULT QueryInterface(REFIID riid, void** ppv) override
-    {
-        if (!ppv) return E_POINTER;
-        if (riid != IID_IUnknown && riid != IID_IClassFactory) { *ppv = nullptr; return E_NOINTERFACE; }
-        return Hand(static_cast<IClassFactory*>(this), ppv);
-    }
-    ULONG AddRef() override { return 2; }   // a static object
-    ULONG Release() override { return 1; }
-    HRESULT CreateInstance(IUnknown* pUnkOuter, REFIID riid, void** ppv) override
-    {
-        if (!ppv) return E_POINTER;
-        *ppv = nullptr;
-        if (pUnkOuter) return CLASS_E_NOAGGREGATION;
-        auto* doc = new CDomDocument;
-        HRESULT hr = doc->QueryInterface(riid, ppv);
-        doc->Release();
-        return hr;
-    }
-    HRESULT LockServer(BOOL) override { return S_OK; }
-};
-
 } // namespace
 
 HRESULT MsxmlDllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv)
 {
-    static CDomFactory factory;
-    if (!ppv) return E_POINTER;
-    *ppv = nullptr;
-    if (rclsid != CLSID_DOMDocument) return CLASS_E_CLASSNOTAVAILABLE;
-    return factory.QueryInterface(riid, ppv);
+    return GetSystemClassObject<CDomDocument>(CLSID_DOMDocument, rclsid, riid, ppv);
 }

@@ -1,8 +1,12 @@
 // Class objects: CoCreateInstance, CoGetClassObject, CLSIDFromProgID over in-process servers.
 #pragma once
+#include <string>
 #include "unknwn.h"
 
 #define CLSCTX_INPROC_SERVER 0x1
+// What a server's self-registration reports when the type library or a class cannot be registered.
+#define SELFREG_E_TYPELIB ((HRESULT)0x80040200)
+#define SELFREG_E_CLASS ((HRESULT)0x80040201)
 
 typedef HRESULT (*LPFNGETCLASSOBJECT)(REFCLSID rclsid, REFIID riid, void** ppv);
 
@@ -13,6 +17,14 @@ void CoRegisterInprocServer(LPFNGETCLASSOBJECT pfnGetClassObject);
 void CoRevokeInprocServer(LPFNGETCLASSOBJECT pfnGetClassObject);
 // Stand-in for the ProgID key of the registry, written when a class factory is made.
 void CoRegisterProgID(LPCOLESTR lpszProgID, REFCLSID rclsid);
+
+// A GUID as "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}": the characters written with the terminator, or 0
+// when the buffer is shorter than 39.
+int StringFromGUID2(REFGUID rguid, LPOLESTR lpsz, int cchMax);
+// StringFromGUID2's text as a string.
+std::u16string GuidString(REFGUID rguid);
+// The reverse; CO_E_CLASSSTRING for text of another form.
+HRESULT CLSIDFromString(LPCOLESTR lpsz, CLSID* pclsid);
 
 HRESULT CLSIDFromProgID(LPCOLESTR lpszProgID, CLSID* lpclsid);
 HRESULT CoGetClassObject(REFCLSID rclsid, DWORD dwClsContext, void* pvReserved, REFIID riid, void** ppv);

@@ -3,6 +3,13 @@
 #include "base/rect.h"
 #include "variant.h"
 
+// OLEMISC: what a container is told of an object's needs before it creates one.
+#define OLEMISC_RECOMPOSEONRESIZE 0x1
+#define OLEMISC_CANTLINKINSIDE 0x10
+#define OLEMISC_INSIDEOUT 0x80
+#define OLEMISC_ACTIVATEWHENVISIBLE 0x100
+#define OLEMISC_SETCLIENTSITEFIRST 0x20000
+
 inline constexpr IID IID_IStream = {0x0000000C, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 inline constexpr IID IID_IPersistStream = {0x00000109, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 inline constexpr IID IID_IPersistStreamInit = {0x7FD52380, 0x4E07, 0x101B, {0xAE, 0x2D, 0x08, 0x00, 0x2B, 0x2E, 0xC7, 0x13}};
@@ -137,9 +144,13 @@ protected:
 class CDispatchMap;
 class CEventMap;
 
-// Stand-in for the class's type information: the host reads the method and event tables
-// directly instead of walking ITypeInfo.
+struct ITypeInfo;
+struct ITypeLib;
+
+// The class's type information: GetClassInfo gives the coclass. Stand-in, until the hosts walk the
+// type information: they may read the method and event tables directly.
 struct IProvideClassInfo : IUnknown {
+    virtual HRESULT GetClassInfo(ITypeInfo** ppTI) = 0;
     virtual const CDispatchMap* GetDispatchMapInfo() = 0;
     virtual const CEventMap* GetEventMapInfo() = 0;
 protected:

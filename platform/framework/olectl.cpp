@@ -1,5 +1,6 @@
 // COleControl: the COM doors (IUnknown, IDispatch, events, site) and the services a control calls.
 #include "olectl.h"
+#include "com/typeinfo.h"
 #include "base/colors.h"
 
 namespace {
@@ -48,6 +49,34 @@ HRESULT COleControl::GetTypeInfoCount(UINT* pctinfo)
     *pctinfo = 1;
     return S_OK;
 }
+
+HRESULT COleControl::GetTypeLib(ITypeLib** ppTLib)
+{
+    if (ppTLib) *ppTLib = nullptr;
+    return TYPE_E_LIBNOTREGISTERED;
+}
+
+const IID& COleControl::GetPrimaryDispatchIID() const { return IID_NULL; }
+
+namespace {
+// A type of the control's library by its GUID.
+HRESULT TypeInfoOf(COleControl& control, REFGUID guid, ITypeInfo** ppTInfo)
+{
+    if (!ppTInfo) return E_POINTER;
+    *ppTInfo = nullptr;
+    CComPtr<ITypeLib> lib;
+    HRESULT hr = control.GetTypeLib(&lib);
+    return FAILED(hr) ? hr : lib->GetTypeInfoOfGuid(guid, ppTInfo);
+}
+} // namespace
+
+HRESULT COleControl::GetTypeInfo(UINT iTInfo, LCID, ITypeInfo** ppTInfo)
+{
+    if (iTInfo != 0) return DISP_E_BADINDEX;
+    return TypeInfoOf(*this, GetPrimaryDispatchIID(), ppTInfo);
+}
+
+HRESULT COleControl::GetClassInfo(ITypeInfo** ppTI) { return TypeInfoOf(*this, GetClassIDRef(), ppTI); }
 
 HRESULT COleControl::GetIDsOfNames(REFIID, LPCOLESTR* names, UINT count, LCID, DISPID* ids)
 {

@@ -44,7 +44,8 @@ public:
 
     // IDispatch, through the class's dispatch map.
     HRESULT GetTypeInfoCount(UINT* pctinfo) override;
-    HRESULT GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    // The primary dispatch interface's description, from the control's type library.
+    HRESULT GetTypeInfo(UINT iTInfo, LCID lcid, ITypeInfo** ppTInfo) override;
     HRESULT GetIDsOfNames(REFIID riid, LPCOLESTR* rgszNames, UINT cNames, LCID lcid, DISPID* rgDispId) override;
     HRESULT Invoke(DISPID dispIdMember, REFIID riid, LCID lcid, WORD wFlags, DISPPARAMS* pDispParams,
                    VARIANT* pVarResult, EXCEPINFO* pExcepInfo, UINT* puArgErr) override;
@@ -68,6 +69,7 @@ public:
     HRESULT Close(DWORD dwSaveOption) override;
 
     // IProvideClassInfo
+    HRESULT GetClassInfo(ITypeInfo** ppTI) override;
     const CDispatchMap* GetDispatchMapInfo() override { return &GetDispatchMap(); }
     const CEventMap* GetEventMapInfo() override { return &GetEventMap(); }
 
@@ -83,6 +85,10 @@ public:
     virtual const CDispatchMap& GetDispatchMap() const = 0;
     virtual const CEventMap& GetEventMap() const = 0;
     virtual const CLSID& GetClassIDRef() const = 0;
+    // The library describing the control and its primary dispatch interface in it; a control
+    // without one answers TYPE_E_LIBNOTREGISTERED.
+    virtual HRESULT GetTypeLib(ITypeLib** ppTLib);
+    virtual const IID& GetPrimaryDispatchIID() const;
     virtual void DoPropExchange(CPropExchange* pPX);
     virtual void OnResetState();
     virtual void OnFontChanged();

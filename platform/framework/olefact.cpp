@@ -2,6 +2,8 @@
 #include "olefact.h"
 #include <atomic>
 #include <vector>
+#include "base/module.h"
+#include "olereg.h"
 
 namespace {
 
@@ -11,10 +13,20 @@ std::vector<COleObjectFactory*>& Factories()
     return list;
 }
 
+HINSTANCE g_hInstance = nullptr;
 std::atomic<long> g_objects{0};
 std::atomic<long> g_locks{0};
 
 } // namespace
+
+COleControlModule::COleControlModule()
+{
+    GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                      reinterpret_cast<LPCTSTR>(this), &m_hInstance);
+    g_hInstance = m_hInstance;
+}
+
+HINSTANCE AfxGetInstanceHandle() { return g_hInstance; }
 
 void AfxOleLockApp() { ++g_objects; }
 void AfxOleUnlockApp() { --g_objects; }

@@ -38,9 +38,13 @@ HRESULT AfxDllCanUnloadNow();
 void AfxOleLockApp();
 void AfxOleUnlockApp();
 
+// The module object: built at module load, it makes the module it lives in the instance handle
+// that AfxGetInstanceHandle gives.
 class COleControlModule {
 public:
+    COleControlModule();
     virtual ~COleControlModule() = default;
     virtual BOOL InitInstance() { return TRUE; }
     virtual int ExitInstance() { return 0; }
+    HINSTANCE m_hInstance = nullptr;
 };

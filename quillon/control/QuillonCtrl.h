@@ -16,9 +16,14 @@ public:
     ~CQuillonCtrl() override;
 
     static const CLSID clsid;
-    const CDispatchMap& GetDispatchMap() const override;
-    const CEventMap& GetEventMap() const override;
+    const CDispatchMap& GetDispatchMap() const override { return DispatchMap(); }
+    const CEventMap& GetEventMap() const override { return EventMap(); }
+    // The maps of every control, which the type library is also made from.
+    static const CDispatchMap& DispatchMap();
+    static const CEventMap& EventMap();
     const CLSID& GetClassIDRef() const override { return clsid; }
+    HRESULT GetTypeLib(ITypeLib** ppTLib) override;
+    const IID& GetPrimaryDispatchIID() const override;
 
     // Property store
     void DoPropExchange(CPropExchange* pPX) override;
@@ -37,6 +42,7 @@ public:
 
     // Items
     SHORT AddItem(LPCTSTR strText);
+    SHORT AdoptItem(CString strText);
     BOOL RemoveItem(SHORT nIndex);
     void ClearItems();
     SHORT ItemCount();

@@ -51,7 +51,7 @@ DispEntry PendingMethod(const char16_t* name, DISPID dispid, VARTYPE vtResult, s
 #define SHORT_SET(name, id, member, setter) \
     DispProperty(name, id, VT_I2, &CQuillonCtrl::GetShort<&CQuillonCtrl::member>, &CQuillonCtrl::setter)
 
-const CDispatchMap& CQuillonCtrl::GetDispatchMap() const
+const CDispatchMap& CQuillonCtrl::DispatchMap()
 {
     static const CDispatchMap map = [] {
         CDispatchMap m{
@@ -126,7 +126,7 @@ const CDispatchMap& CQuillonCtrl::GetDispatchMap() const
     return map;
 }
 
-const CEventMap& CQuillonCtrl::GetEventMap() const
+const CEventMap& CQuillonCtrl::EventMap()
 {
     static const CEventMap map{
         {u"ClickDrop", eventidClickDrop, {}},

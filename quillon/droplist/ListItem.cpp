@@ -2,12 +2,16 @@
 #include "control/QuillonCtrl.h"
 #include "droplist/CaseBlindSort.h"
 #include "droplist/ListItem.h"
+#include <utility>
 
 namespace {
 const CString& ItemText(const CObArray& items, int i) { return static_cast<const CListItem*>(items[i])->GetText(); }
 } // namespace
 
-SHORT CQuillonCtrl::AddItem(LPCTSTR strText)
+SHORT CQuillonCtrl::AddItem(LPCTSTR strText) { return AdoptItem(strText); }
+
+// The text is taken over by the new item, not copied: a document's reader hands over thousands.
+SHORT CQuillonCtrl::AdoptItem(CString strText)
 {
     if (m_items.GetSize() >= kMaxItems) {
         FireCtrlError(errListFull, 0);
@@ -15,7 +19,7 @@ SHORT CQuillonCtrl::AddItem(LPCTSTR strText)
     }
     CListItem* pItem = nullptr;
     try {
-        pItem = new CListItem(strText);
+        pItem = new CListItem(std::move(strText));
         m_items.InsertAt(m_items.GetSize(), pItem);
     } catch (CMemoryException* e) {
         delete pItem;

@@ -11,5 +11,12 @@ public:
 
 extern CQuillonApp theApp;
 
+// The type library the control is described by, and its version.
+inline constexpr GUID LIBID_QuillonLib = {0x5C4B1F2F, 0x3E2A, 0x4B7D, {0x9A, 0x61, 0x2F, 0x0C, 0x8D, 0x7E, 0x4A, 0x10}};
+inline constexpr WORD kLibVerMajor = 2;
+inline constexpr WORD kLibVerMinor = 0;
+
 HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv);
 HRESULT DllCanUnloadNow();
+HRESULT DllRegisterServer();
+HRESULT DllUnregisterServer();

@@ -3,6 +3,7 @@
 #include "com/objbase.h"
 #include "control/QuillonCtrl.h"
 #include "framework/filedlg.h"
+#include <utility>
 
 namespace {
 
@@ -16,10 +17,12 @@ struct XmlFailure {
 
 bool ReadsItems(SHORT nFileInfo) { return nFileInfo == 0 || nFileInfo == 1; }
 
-// A string the DOM handed out (read once the call has returned), taken over into a CString.
+// A string the DOM handed out (read once the call has returned), copied into a CString whose buffer
+// is reused from node to node.
 bool TakeString(HRESULT hr, BSTR& bstr, CString& out)
 {
-    out = BstrToString(bstr);
+    // A BSTR's length is below 2G code units.
+    out.SetString(bstr, bstr ? static_cast<int>(SysStringLen(bstr)) : 0);
     SysFreeString(bstr);
     bstr = nullptr;
     return hr == S_OK;
@@ -61,9 +64,9 @@ XmlFailure LoadXmlNodes(LPCTSTR strFileName, CComPtr<IXMLDOMDocument>& doc, CCom
 BOOL ApplyXmlNodes(CQuillonCtrl& ctrl, IXMLDOMNodeList* pNodes, LONG nLength, SHORT nFileInfo)
 {
     BOOL bResult = TRUE;
+    CString strName, strText;
     for (LONG i = 0; i < nLength && bResult; ++i) {
         CComPtr<IXMLDOMNode> node;
-        CString strName, strText;
         if (!FetchNode(pNodes, i, node, strName, strText)) return FALSE;
         ctrl.ApplyXmlProperty(strName, strText);
         if (strName == u"ITEM" && ReadsItems(nFileInfo)) {
@@ -103,11 +106,12 @@ BOOL CQuillonCtrl::ReadXmlItem(IXMLDOMNodeList* pChildren)
 {
     LONG nLength = 0;
     if (FAILED(pChildren->get_length(&nLength))) return FALSE;
+    CString strName;
     for (LONG i = 0; i < nLength; ++i) {
         CComPtr<IXMLDOMNode> child;
-        CString strName, strText;
+        CString strText;
         if (!FetchNode(pChildren, i, child, strName, strText)) return FALSE;
-        if (strName == u"Text") AddItem(strText);
+        if (strName == u"Text") AdoptItem(std::move(strText));
     }
     return TRUE;
 }

@@ -41,23 +41,20 @@ void AppendItem(std::u16string& out, const CString& text)
 
 } // namespace
 
-CString CQuillonCtrl::FormatXmlShort(LPCTSTR strName, SHORT nValue)
+namespace {
+template <class T> CString FormatXmlNumber(LPCTSTR strName, const char16_t* pszFormat, T nValue)
 {
     CString value;
-    value.Format(u"%d", nValue);
+    value.Format(pszFormat, nValue);
     std::u16string out;
     AppendElement(out, strName, value.str());
     return CString(std::move(out));
 }
+} // namespace
 
-CString CQuillonCtrl::FormatXmlColor(LPCTSTR strName, ULONG nValue)
-{
-    CString value;
-    value.Format(u"%u", nValue);
-    std::u16string out;
-    AppendElement(out, strName, value.str());
-    return CString(std::move(out));
-}
+CString CQuillonCtrl::FormatXmlShort(LPCTSTR strName, SHORT nValue) { return FormatXmlNumber(strName, u"%d", nValue); }
+
+CString CQuillonCtrl::FormatXmlColor(LPCTSTR strName, ULONG nValue) { return FormatXmlNumber(strName, u"%u", nValue); }
 
 // Face name, then the size as a float printed with six decimals, then Italic, Bold,
 // Strikethrough and Underline.

@@ -74,6 +74,13 @@ TEST(Dom, TextIsDecodedConcatenatedAndTrimmed)
     a->get_childNodes(&children);
     EXPECT_EQ(Describe(children.Get()),
               (std::vector<std::string>{"#text=x <A&", "b=in", "#comment=c", "#cdata-section=<d>", "#text="}));
+    CComPtr<IXMLDOMNode> back, past;
+    children->get_item(1, &back); // behind the last child read
+    BSTR backName = nullptr;
+    back->get_nodeName(&backName);
+    EXPECT_EQ(BstrToString(backName), u"b");
+    SysFreeString(backName);
+    EXPECT_EQ(children->get_item(5, &past), S_FALSE);
     BSTR xml = nullptr;
     a->get_xml(&xml);
     EXPECT_EQ(ToUtf8(BstrToString(xml)), "<a> x &lt;A&amp; <b>in</b><!--c--><![CDATA[ <d> ]]>\n</a>");

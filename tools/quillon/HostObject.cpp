@@ -106,6 +106,20 @@ void DefineFileDialog(duk_context* ctx)
     duk_def_prop(ctx, -4, DUK_DEFPROP_HAVE_GETTER | DUK_DEFPROP_HAVE_SETTER | DUK_DEFPROP_SET_ENUMERABLE);
 }
 
+// [] -> [handler] and true, or [undefined] and false when the script set none.
+bool PushHostHandler(duk_context* ctx, const char* name)
+{
+    duk_push_global_stash(ctx);
+    duk_get_prop_string(ctx, -1, kHostHandlersKey);
+    duk_get_prop_string(ctx, -1, name);
+    duk_replace(ctx, -3);
+    duk_pop(ctx);
+    if (duk_is_function(ctx, -1)) return true;
+    duk_pop(ctx);
+    duk_push_undefined(ctx);
+    return false;
+}
+
 struct FileDialogCall {
     const char* kind;
     std::string initialName;
@@ -115,14 +129,7 @@ struct FileDialogCall {
 duk_ret_t AskFileDialogSafely(duk_context* ctx, void* udata)
 {
     auto* call = static_cast<FileDialogCall*>(udata);
-    GetFileDialog(ctx);
-    duk_replace(ctx, -3);
-    duk_pop(ctx);
-    if (!duk_is_function(ctx, -1)) {
-        duk_pop(ctx);
-        duk_push_undefined(ctx);
-        return 1;
-    }
+    if (!PushHostHandler(ctx, "fileDialog")) return 1;
     duk_push_string(ctx, call->kind);
     duk_push_lstring(ctx, call->initialName.data(), call->initialName.size());
     if (duk_pcall(ctx, 2) != DUK_EXEC_SUCCESS) duk_push_true(ctx); // marks the error below it
@@ -159,16 +166,7 @@ struct HostEvent {
 duk_ret_t DeliverSafely(duk_context* ctx, void* udata)
 {
     auto* e = static_cast<HostEvent*>(udata);
-    duk_push_global_stash(ctx);
-    duk_get_prop_string(ctx, -1, kHostHandlersKey);
-    duk_get_prop_string(ctx, -1, e->name);
-    duk_replace(ctx, -3);
-    duk_pop(ctx);
-    if (!duk_is_function(ctx, -1)) {
-        duk_pop(ctx);
-        duk_push_undefined(ctx);
-        return 1;
-    }
+    if (!PushHostHandler(ctx, e->name)) return 1;
     duk_push_number(ctx, e->value);
     if (e->site) PushControl(ctx, e->site);
     if (duk_pcall(ctx, e->site ? 2 : 1) != DUK_EXEC_SUCCESS) return 1;

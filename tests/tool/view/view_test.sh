@@ -16,8 +16,9 @@ args=(view)
 viewer=$!
 win=$(timeout 20 xdotool search --sync --onlyvisible --name 'quillon view' | head -1)
 eval "$(xdotool getwindowgeometry --shell "$win")"
-# A button pressed in the first moments after the window is mapped can be lost before it reaches
-# the viewer (keys typed then still arrive), so input starts once the window has settled.
+# The keyboard's focus given to the window before any input, and a moment for its first frame: on a
+# busy machine the first keys could otherwise reach the window before it takes them.
+xdotool windowfocus --sync "$win"
 sleep 0.5
 
 # Moves the pointer to a point of the form, in the form's own pixels.

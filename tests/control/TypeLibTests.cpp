@@ -1,0 +1,190 @@
+// QuillonLib against the control's dispatch and event maps, member by member.
+#include <gtest/gtest.h>
+#include "Harness.h"
+#include "control/QuillonCtrl.h"
+#include "server/QuillonApp.h"
+#include "server/QuillonTypeLib.h"
+#include "com/winreg.h"
+
+namespace {
+
+struct Member {
+    bool bFound = false;
+    bool bFunction = false;
+    TYPEDESC type;
+    WORD wFlags = 0;
+    std::vector<TYPEDESC> params;
+};
+
+class TypeLib : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_EQ(CreateTypeLibFromSource(QuillonTypeLibSource(), &m_lib), S_OK); }
+    CComPtr<ITypeInfo> Info(REFGUID guid)
+    {
+        CComPtr<ITypeInfo> info;
+        EXPECT_EQ(m_lib->GetTypeInfoOfGuid(guid, &info), S_OK);
+        return info;
+    }
+    static MEMBERID IdOf(ITypeInfo* info, const CString& name)
+    {
+        LPOLESTR names[] = {const_cast<LPOLESTR>(name.GetString())};
+        MEMBERID id = MEMBERID_NIL;
+        info->GetIDsOfNames(names, 1, &id);
+        return id;
+    }
+    // The variable or function with the id.
+    static Member Describe(ITypeInfo* info, MEMBERID memid)
+    {
+        TYPEATTR* attr = nullptr;
+        info->GetTypeAttr(&attr);
+        Member m;
+        for (UINT i = 0; i < attr->cVars; ++i) {
+            VARDESC* v = nullptr;
+            info->GetVarDesc(i, &v);
+            if (v->memid == memid) m = {true, false, v->elemdescVar.tdesc, v->wVarFlags, {}};
+            info->ReleaseVarDesc(v);
+        }
+        for (UINT i = 0; i < attr->cFuncs; ++i) {
+            FUNCDESC* f = nullptr;
+            info->GetFuncDesc(i, &f);
+            if (f->memid == memid) {
+                m = {true, true, f->elemdescFunc.tdesc, f->wFuncFlags, {}};
+                for (SHORT p = 0; p < f->cParams; ++p) m.params.push_back(f->lprgelemdescParam[p].tdesc);
+            }
+            info->ReleaseFuncDesc(f);
+        }
+        info->ReleaseTypeAttr(attr);
+        return m;
+    }
+    static std::vector<std::string> Names(ITypeInfo* info, MEMBERID memid)
+    {
+        BSTR names[8] = {};
+        UINT n = 0;
+        info->GetNames(memid, names, 8, &n);
+        std::vector<std::string> out;
+        for (UINT i = 0; i < n; ++i) out.push_back(ToUtf8(BstrToString(names[i]))), SysFreeString(names[i]);
+        return out;
+    }
+    CComPtr<ITypeLib> m_lib;
+};
+
+} // namespace
+
+TEST_F(TypeLib, DispatchInterfaceDeclaresEveryEntryOfTheMapWithItsIdKindAndTypes)
+{
+    CComPtr<ITypeInfo> info = Info(DIID__DQuillon);
+    TYPEATTR* attr = nullptr;
+    ASSERT_EQ(info->GetTypeAttr(&attr), S_OK);
+    EXPECT_EQ(attr->typekind, TKIND_DISPATCH);
+    EXPECT_EQ(attr->cFuncs + attr->cVars, 68);
+    info->ReleaseTypeAttr(attr);
+    for (const DispEntry& e : CQuillonCtrl::DispatchMap().Entries()) {
+        if (e.dispid == DISPID_TEXT) {
+            EXPECT_FALSE(Describe(info.Get(), DISPID_TEXT).bFound) << "the stock text is not declared";
+            continue;
+        }
+        SCOPED_TRACE(ToUtf8(e.name));
+        EXPECT_EQ(IdOf(info.Get(), e.name), e.dispid);
+        Member m = Describe(info.Get(), e.dispid);
+        ASSERT_TRUE(m.bFound);
+        EXPECT_EQ(m.bFunction, (e.flags & DISPATCH_METHOD) != 0);
+        if (m.type.vt == VT_USERDEFINED) {
+            CComPtr<ITypeInfo> enumInfo;
+            ASSERT_EQ(info->GetRefTypeInfo(m.type.hreftype, &enumInfo), S_OK);
+            TYPEATTR* enumAttr = nullptr;
+            enumInfo->GetTypeAttr(&enumAttr);
+            EXPECT_EQ(enumAttr->typekind, TKIND_ENUM);
+            enumInfo->ReleaseTypeAttr(enumAttr);
+            EXPECT_EQ(e.vt, VT_I2) << "an enumerated property travels as a short";
+            EXPECT_EQ(m.wFlags, VARFLAG_FBINDABLE | VARFLAG_FREQUESTEDIT);
+        } else {
+            EXPECT_EQ(m.type.vt, e.vt);
+        }
+        ASSERT_EQ(m.params.size(), e.params.size());
+        for (size_t i = 0; i < e.params.size(); ++i) EXPECT_EQ(m.params[i].vt, e.params[i]);
+        for (const auto& name : Names(info.Get(), e.dispid)) EXPECT_FALSE(name.empty()) << "every parameter is named";
+    }
+    const WORD kTextFlags = VARFLAG_FBINDABLE | VARFLAG_FREQUESTEDIT | VARFLAG_FDISPLAYBIND | VARFLAG_FDEFAULTBIND;
+    EXPECT_EQ(IdOf(info.Get(), u"text"), 46) << "names are case-blind";
+    EXPECT_EQ(Describe(info.Get(), 46).wFlags, kTextFlags);
+    EXPECT_EQ(IdOf(info.Get(), u"_Text"), DISPID_VALUE);
+    EXPECT_EQ(Describe(info.Get(), DISPID_VALUE).wFlags, kTextFlags);
+    EXPECT_EQ(Names(info.Get(), 51), (std::vector<std::string>{"SetSel", "nStartChar", "nEndChar", "bNoScroll"}));
+}
+
+TEST_F(TypeLib, EventsEnumerationsCoclassAndTheLibraryItself)
+{
+    CComPtr<ITypeInfo> events = Info(DIID__DQuillonEvents);
+    for (const EventEntry& e : CQuillonCtrl::EventMap().Entries()) {
+        Member m = Describe(events.Get(), e.dispid);
+        EXPECT_TRUE(m.bFound && m.bFunction) << ToUtf8(e.name);
+        ASSERT_EQ(m.params.size(), e.params.size()) << ToUtf8(e.name);
+        for (size_t i = 0; i < e.params.size(); ++i) EXPECT_EQ(m.params[i].vt, e.params[i]) << ToUtf8(e.name);
+    }
+    EXPECT_EQ(Names(events.Get(), DISPID_KEYDOWN), (std::vector<std::string>{"KeyDown", "KeyCode", "Shift"}));
+
+    // enumFillType through the FillType property: its last symbol and help string.
+    CComPtr<ITypeInfo> dispatch = Info(DIID__DQuillon), fill;
+    ASSERT_EQ(dispatch->GetRefTypeInfo(Describe(dispatch.Get(), 34).type.hreftype, &fill), S_OK);
+    MEMBERID id = IdOf(fill.Get(), u"FillVertEdge2");
+    VARDESC* v = nullptr;
+    ASSERT_EQ(fill->GetVarDesc(FillVertEdge2, &v), S_OK);
+    EXPECT_EQ(v->memid, id);
+    EXPECT_EQ(v->varkind, VAR_CONST);
+    EXPECT_EQ(v->lpvarValue->lVal, FillVertEdge2);
+    fill->ReleaseVarDesc(v);
+    BSTR name = nullptr, help = nullptr;
+    fill->GetDocumentation(id, &name, &help, nullptr, nullptr);
+    EXPECT_EQ(BstrToString(help), u"Vertical Edge 2");
+    SysFreeString(name), SysFreeString(help);
+
+    CComPtr<ITypeInfo> coclass = Info(CQuillonCtrl::clsid);
+    INT flags = 0;
+    HREFTYPE ref = 0;
+    CComPtr<ITypeInfo> source;
+    ASSERT_EQ(coclass->GetImplTypeFlags(1, &flags), S_OK);
+    EXPECT_EQ(flags, IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE);
+    coclass->GetRefTypeOfImplType(1, &ref);
+    ASSERT_EQ(coclass->GetRefTypeInfo(ref, &source), S_OK);
+    EXPECT_EQ(source.Get(), events.Get());
+
+    TLIBATTR* lib = nullptr;
+    ASSERT_EQ(m_lib->GetLibAttr(&lib), S_OK);
+    EXPECT_EQ(lib->guid, LIBID_QuillonLib);
+    EXPECT_EQ(lib->wMajorVerNum, 2);
+    EXPECT_EQ(lib->wMinorVerNum, 0);
+    m_lib->ReleaseTLibAttr(lib);
+    m_lib->GetDocumentation(-1, &name, &help, nullptr, nullptr);
+    EXPECT_EQ(BstrToString(name), u"QuillonLib");
+    EXPECT_EQ(BstrToString(help), u"Quillon (2.0) Masked Edit ActiveX Control");
+    SysFreeString(name), SysFreeString(help);
+
+    TypeLibSource broken = QuillonTypeLibSource();
+    broken.types.back().impls[0].typeName = u"_DMissing";
+    ITypeLib* none = nullptr;
+    EXPECT_EQ(CreateTypeLibFromSource(broken, &none), E_INVALIDARG) << "a type the library lacks";
+    EXPECT_EQ(none, nullptr);
+}
+
+// The control finds its library through the registry, so only once the module is registered.
+TEST_F(ControlTest, ControlDescribesItselfThroughItsRegisteredLibrary)
+{
+    RegClearClassesRoot();
+    IDispatch* control = static_cast<IDispatch*>(static_cast<COleControl*>(Inside(Create())));
+    CComPtr<ITypeInfo> info;
+    EXPECT_EQ(control->GetTypeInfo(0, 0, &info), TYPE_E_LIBNOTREGISTERED);
+    ASSERT_EQ(DllRegisterServer(), S_OK);
+    ASSERT_EQ(control->GetTypeInfo(0, 0, &info), S_OK);
+    TYPEATTR* attr = nullptr;
+    info->GetTypeAttr(&attr);
+    EXPECT_EQ(attr->guid, DIID__DQuillon);
+    info->ReleaseTypeAttr(attr);
+    CComPtr<ITypeInfo> other, coclass;
+    EXPECT_EQ(control->GetTypeInfo(1, 0, &other), DISP_E_BADINDEX);
+    ASSERT_EQ(static_cast<COleControl*>(Inside(Create()))->GetClassInfo(&coclass), S_OK);
+    coclass->GetTypeAttr(&attr);
+    EXPECT_EQ(attr->typekind, TKIND_COCLASS);
+    EXPECT_EQ(attr->guid, CQuillonCtrl::clsid);
+    coclass->ReleaseTypeAttr(attr);
+    RegClearClassesRoot();
+}
