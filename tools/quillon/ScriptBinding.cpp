@@ -5,6 +5,8 @@
 #include <cstdio>
 #include "ScriptHost.h"
 #include "ScriptObjects.h"
+#include "com/objbase.h"
+#include "com/typeinfo.h"
 
 namespace {
 const char kSignatureKey[] = DUK_HIDDEN_SYMBOL("signature");
@@ -51,7 +53,14 @@ std::string HResultText(HRESULT hr)
         {DISP_E_BADVARTYPE, "DISP_E_BADVARTYPE", "bad variable type"},
         {DISP_E_EXCEPTION, "DISP_E_EXCEPTION", "exception"},
         {DISP_E_OVERFLOW, "DISP_E_OVERFLOW", "overflow"},
+        {DISP_E_BADINDEX, "DISP_E_BADINDEX", "index out of range"},
         {DISP_E_BADPARAMCOUNT, "DISP_E_BADPARAMCOUNT", "wrong number of arguments"},
+        {TYPE_E_REGISTRYACCESS, "TYPE_E_REGISTRYACCESS", "the registry could not be read or written"},
+        {TYPE_E_LIBNOTREGISTERED, "TYPE_E_LIBNOTREGISTERED", "type library not registered"},
+        {TYPE_E_ELEMENTNOTFOUND, "TYPE_E_ELEMENTNOTFOUND", "no such element in the type library"},
+        {TYPE_E_CANTLOADLIBRARY, "TYPE_E_CANTLOADLIBRARY", "the type library cannot be loaded"},
+        {SELFREG_E_TYPELIB, "SELFREG_E_TYPELIB", "the type library could not be registered"},
+        {SELFREG_E_CLASS, "SELFREG_E_CLASS", "the class could not be registered"},
         {CTL_E_SETNOTSUPPORTED, "CTL_E_SETNOTSUPPORTED", "the property is read-only"},
         {CTL_E_OUTOFMEMORY, "CTL_E_OUTOFMEMORY", "out of memory"},
     };
