@@ -49,6 +49,8 @@ public:
     IDispatch* Control() const { return m_pDispatch; }
     // The control's own window once it is active in the form, else 0 (design mode).
     HWND Window() const;
+    // The form window the control is active in, else 0.
+    HWND FormWindow() const { return m_hWndForm; }
     HRESULT InPlaceActivate(HWND hwndParent);
     HRESULT InPlaceDeactivate();
     // Offers a key message to the control ahead of the loop's own handling; true when it took it.

@@ -47,6 +47,10 @@ CHost::CHost()
     ::SetMessagePump([this](MSG& msg) {
         if (msg.message >= WM_KEYFIRST && msg.message <= WM_KEYLAST)
             if (CControlSite* site = SiteOfWindow(msg.hwnd); site && site->PreTranslate(msg)) return;
+        if (msg.message == WM_PAINT) {
+            DispatchPaint(msg);
+            return;
+        }
         ::TranslateMessage(&msg);
         ::DispatchMessage(&msg);
     });
@@ -78,6 +82,19 @@ void CHost::Screen(int width, int height, int monitors) { ::SetVirtualScreen(wid
 void CHost::Pump() { ::PumpMessages(); }
 void CHost::Advance(DWORD ms) { ::AdvanceClock(ms); }
 
+// A control that makes its child windows in its first paint (a live edit over its face) has painted
+// before they were in place. A real form repaints once its controls are in place, and so does this
+// one: after the paint that gave a control its first child window, the whole form paints again.
+void CHost::DispatchPaint(const MSG& msg)
+{
+    CControlSite* site = SiteOfWindow(msg.hwnd);
+    bool control = site && site->Window() == msg.hwnd;
+    bool hadChildren = control && ::GetWindow(msg.hwnd, GW_CHILD);
+    ::DispatchMessage(&msg);
+    if (control && !hadChildren && ::IsWindow(msg.hwnd) && ::GetWindow(msg.hwnd, GW_CHILD))
+        InvalidateWindowTree(site->FormWindow());
+}
+
 // The site whose control window is the window or one of its ancestors.
 CControlSite* CHost::SiteOfWindow(HWND hWnd)
 {
@@ -85,6 +102,13 @@ CControlSite* CHost::SiteOfWindow(HWND hWnd)
         for (auto& form : m_forms)
             for (auto& site : form->Sites())
                 if (site->Window() == h) return site.get();
+    return nullptr;
+}
+
+CForm* CHost::FormOfWindow(HWND hWnd)
+{
+    for (auto& form : m_forms)
+        if (hWnd && form->Window() == hWnd) return form.get();
     return nullptr;
 }
 
@@ -139,9 +163,7 @@ void CHost::SetUserMode(BOOL bUserMode)
 {
     m_bUserMode = bUserMode;
     for (auto& form : m_forms) form->Reactivate();
-    // The first paint in run mode makes each control's child windows; a second shows the faces.
     Pump();
-    RepaintAll();
 }
 
 RECT CHost::FormsArea() const

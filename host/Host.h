@@ -7,6 +7,9 @@
 #include "host/ControlSite.h"
 #include "user/winuser.h"
 
+// Invalidates the window and every window under it.
+void InvalidateWindowTree(HWND hwnd);
+
 class CForm {
 public:
     CForm(CHost& host, const RECT& rc);
@@ -47,6 +50,8 @@ public:
     void Pump();
     void Advance(DWORD ms);
     CControlSite* SiteOfWindow(HWND hWnd);
+    // The form whose own window this is, or null.
+    CForm* FormOfWindow(HWND hWnd);
 
     // Simulated input: each call is delivered at once through the message loop.
     void Focus(CControlSite& site);
@@ -107,6 +112,7 @@ public:
     std::function<bool(const char* kind, const CString& initialName, CString& path)> m_onFileDialog;
 
 private:
+    void DispatchPaint(const MSG& msg);
     HBITMAP ComposeScreen();
     void ComposeStills(HDC screen);
     struct Still {

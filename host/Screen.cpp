@@ -136,13 +136,13 @@ bool CHost::Snapshot(const char* path, const RECT* area)
     return ok;
 }
 
-namespace {
-void InvalidateTree(HWND hwnd)
+void InvalidateWindowTree(HWND hwnd)
 {
+    if (!hwnd) return;
     ::InvalidateRect(hwnd, nullptr, TRUE);
-    for (HWND child = ::GetWindow(hwnd, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) InvalidateTree(child);
+    for (HWND child = ::GetWindow(hwnd, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT))
+        InvalidateWindowTree(child);
 }
-} // namespace
 
 void CHost::SysColor(int index, COLORREF rgb)
 {
@@ -153,6 +153,6 @@ void CHost::SysColor(int index, COLORREF rgb)
 
 void CHost::RepaintAll()
 {
-    for (HWND top = ::GetTopWindow(nullptr); top; top = ::GetWindow(top, GW_HWNDNEXT)) InvalidateTree(top);
+    for (HWND top = ::GetTopWindow(nullptr); top; top = ::GetWindow(top, GW_HWNDNEXT)) InvalidateWindowTree(top);
     Pump();
 }

@@ -28,7 +28,8 @@ TEST_F(EditFocus, MadeAtTheFirstPaintAndShownOnlyWithTheFocus)
 {
     CControlSite* q = Create();
     EXPECT_EQ(Call(q, u"EditHwnd").lVal, 0) << "no edit before the first paint";
-    m_host.Pump();
+    // The control's own paint, without the form's repaint that follows it in the host's loop.
+    ::UpdateWindow(q->Window());
     HWND edit = EditOf(q);
     ASSERT_NE(edit, nullptr);
     EXPECT_EQ(::GetDlgCtrlID(edit), 210);

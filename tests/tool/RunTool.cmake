@@ -1,6 +1,10 @@
-# Runs TOOL with ARGS and checks its exit status, its standard output against STDOUT_FILE (whole,
-# when given) and its standard error against the pattern STDERR_MATCH (when given).
-execute_process(COMMAND ${TOOL} ${ARGS}
+# Runs TOOL with ARGS (standard input from STDIN_FILE when given) and checks its exit status, its
+# standard output against STDOUT_FILE (whole) or the pattern STDOUT_MATCH, and its standard error
+# against the pattern STDERR_MATCH, each when given.
+if(STDIN_FILE)
+  set(input INPUT_FILE ${STDIN_FILE})
+endif()
+execute_process(COMMAND ${TOOL} ${ARGS} ${input}
   RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
 set(failed "")
 if(NOT "${status}" STREQUAL "${STATUS}")
@@ -10,6 +14,11 @@ if(STDOUT_FILE)
   file(READ ${STDOUT_FILE} expected)
   if(NOT out STREQUAL expected)
     string(APPEND failed "standard output differs from ${STDOUT_FILE}\n--- expected\n${expected}--- actual\n${out}---\n")
+  endif()
+endif()
+if(DEFINED STDOUT_MATCH AND NOT "${STDOUT_MATCH}" STREQUAL "")
+  if(NOT out MATCHES "${STDOUT_MATCH}")
+    string(APPEND failed "standard output does not match '${STDOUT_MATCH}':\n${out}\n")
   endif()
 endif()
 if(DEFINED STDERR_MATCH AND NOT "${STDERR_MATCH}" STREQUAL "")

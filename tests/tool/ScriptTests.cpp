@@ -56,15 +56,15 @@ TEST_F(ScriptTest, ErrorsNameTheMemberAndEndTheScript)
         {"q.Frobnicate(1, 2);", "test.js:2: Error: unknown property or method 'Frobnicate'"},
         {"q.on('Bogus', function () {});", "test.js:2: Error: unknown event 'Bogus'"},
         {"host.on('Bogus', function () {});", "test.js:2: Error: unknown host event 'Bogus'"},
-        {"q.BorderType = 'thick';", "test.js:2: Error: setting 'BorderType' failed: HRESULT 0x80020005 (type mismatch)"},
-        {"q.BorderType = 100000;", "test.js:2: Error: setting 'BorderType' failed: HRESULT 0x8002000A (overflow)"},
-        {"q.AddItem();", "test.js:2: Error: calling 'AddItem' failed: HRESULT 0x8002000E (wrong number of arguments)"},
+        {"q.BorderType = 'thick';", "test.js:2: Error: setting 'BorderType' failed: HRESULT 0x80020005 DISP_E_TYPEMISMATCH (type mismatch)"},
+        {"q.BorderType = 100000;", "test.js:2: Error: setting 'BorderType' failed: HRESULT 0x8002000A DISP_E_OVERFLOW (overflow)"},
+        {"q.AddItem();", "test.js:2: Error: calling 'AddItem' failed: HRESULT 0x8002000E DISP_E_BADPARAMCOUNT (wrong number of arguments)"},
         {"q.AddItem = 1;", "test.js:2: Error: 'AddItem' is a method and cannot be assigned"},
         {"q.Text = {};", "test.js:2: Error: 'Text' cannot be set to an object"},
         {"q.AddItem(function () {});", "test.js:2: Error: argument 1 of 'AddItem' cannot be a function"},
         {"q.Font.Bogus = 1;", "test.js:2: Error: unknown property 'Bogus'"},
-        {"host.save({});", "test.js:2: Error: save: the argument must be a control"},
-        {"form.create('No.Such.Control', 0, 0, 10, 10);", "test.js:2: Error: cannot create 'No.Such.Control': HRESULT 0x800401F3"},
+        {"host.save({});", "test.js:2: Error: host.save(control): control must be a control, not an object"},
+        {"form.create('No.Such.Control', 0, 0, 10, 10);", "test.js:2: Error: form.create: no control is registered as 'No.Such.Control'"},
         {"var x = ;", "test.js:2: SyntaxError: empty expression not allowed (line 2)"},
     };
     for (const Case& c : cases) {
@@ -72,6 +72,58 @@ TEST_F(ScriptTest, ErrorsNameTheMemberAndEndTheScript)
         EXPECT_EQ(Error(), c.message);
         ExpectLines({}, TakeLines());
     }
+}
+
+// Slips of a newcomer: a misspelt name is answered with the nearest right one, a call with what it
+// lacks, a put to a read-only property and a call that would do nothing with why.
+TEST_F(ScriptTest, ErrorsSuggestAndExplain)
+{
+    // Before any form, no window holds the focus.
+    EXPECT_FALSE(Run("host.key('Enter');"));
+    EXPECT_EQ(Error(), "test.js:1: Error: host.key: no window has the focus, so the keys would go nowhere; call host.focus(control) first");
+    struct Case { const char* statement; const char* message; };
+    const Case cases[] = {
+        {"host.pmup();", "host.pmup is not a function or property (did you mean 'pump'?)"},
+        {"host.Pump();", "host.Pump is not a function or property (did you mean 'pump'?)"},
+        {"host.usermode = false;", "host.usermode is not a property (did you mean 'userMode'?)"},
+        {"host.frobnicate();", "host.frobnicate is not a function or property"},
+        {"form.craete('QUILLON.QuillonCtrl.2', 0, 0, 10, 10);", "form.craete is not a function or property (did you mean 'create'?)"},
+        {"print(q.EditMsk);", "unknown property or method 'EditMsk' (did you mean 'EditMask'?)"},
+        {"q.Txet = 'a';", "unknown property or method 'Txet' (did you mean 'Text'?)"},
+        {"q.on('Chnage', null);", "unknown event 'Chnage' (did you mean 'Change'?)"},
+        {"host.on('beep', null);", "unknown host event 'beep' (did you mean 'Beep'?)"},
+        {"host.focus(q); host.key('Delet');", "unknown key 'Delet' (did you mean 'Delete'?)"},
+        {"host.key('PgDn');", "unknown key 'PgDn'"},
+        {"form.create();", "form.create(progID, x, y, w, h): missing progID, x, y, w and h"},
+        {"form.create('QUILLON.QuillonCtrl.2', 0, 0);", "form.create(progID, x, y, w, h): missing w and h"},
+        {"form.load('QUILLON.QuillonCtrl.2', 5, 0, 0, 9, 9);", "form.load(progID, bag, x, y, w, h): bag must be a string, not a number"},
+        {"host.click(q, 5);", "host.click(x, y): x must be a number, not a control"},
+        {"q.on();", "control.on(event, handler): missing event"},
+        {"q.hWnd = 1;", "'hWnd' is a read-only property"},
+        {"host.type('1');", "host.type: the focus is on a form, not in a control, so the keys would go nowhere; call host.focus(control) first"},
+        {"host.pixel(1024, 0);", "host.pixel: (1024, 0) is outside the 1024 x 768 screen"},
+        {"host.pixel(0, -1);", "host.pixel: (0, -1) is outside the 1024 x 768 screen"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_FALSE(RunWithControl(std::string(c.statement) + "\nprint('after');")) << c.statement;
+        EXPECT_EQ(Error(), std::string("test.js:2: Error: ") + c.message);
+        ExpectLines({}, TakeLines());
+    }
+}
+
+// A thrown value that is no Error keeps the place it was thrown from, in the script or in a handler;
+// a script that is not UTF-8 is refused with the offset of the first bad byte.
+TEST_F(ScriptTest, ThrownValuesAndBadBytesKeepTheirPlace)
+{
+    EXPECT_FALSE(Run("var a = 1;\ntry { throw 'caught'; } catch (e) {}\nthrow 'oops';"));
+    EXPECT_EQ(Error(), "test.js:3: uncaught \"oops\"");
+    EXPECT_FALSE(RunWithControl("q.on('Change', function () {\n  throw 42;\n});\nq.Text = 'a';"));
+    EXPECT_EQ(Error(), "test.js:3: uncaught 42");
+    EXPECT_FALSE(Run("print('caf\xC3\xA9');\n// \xE2\x82\n"));
+    EXPECT_EQ(Error(), "test.js:2: invalid UTF-8 at byte offset 19 (0xE2); scripts are read as UTF-8");
+    EXPECT_FALSE(Run("'\xED\xA0\x80'"));
+    EXPECT_EQ(Error(), "test.js:1: invalid UTF-8 at byte offset 1 (0xED); scripts are read as UTF-8");
+    ExpectLines({}, TakeLines());
 }
 
 TEST_F(ScriptTest, SaveAndLoadRoundTrip)

@@ -4,6 +4,7 @@
 #include "ScriptObjects.h"
 #include "ScriptValues.h"
 #include "ToolHarness.h"
+#include "com/typeinfo.h"
 
 namespace {
 class ValueTest : public ScriptTest {
@@ -183,8 +184,11 @@ TEST_F(ValueTest, ByReferenceValuesThatAreNoShortAreErrors)
 
 TEST(HResultText, NamesTheCodesADispatchCallGives)
 {
-    EXPECT_EQ(HResultText(E_NOTIMPL), "0x80004001 (not implemented)");
-    EXPECT_EQ(HResultText(DISP_E_TYPEMISMATCH), "0x80020005 (type mismatch)");
-    EXPECT_EQ(HResultText(DISP_E_OVERFLOW), "0x8002000A (overflow)");
-    EXPECT_EQ(HResultText(static_cast<HRESULT>(0x80041234)), "0x80041234");
+    EXPECT_EQ(HResultText(E_NOTIMPL), "0x80004001 E_NOTIMPL (not implemented)");
+    EXPECT_EQ(HResultText(DISP_E_TYPEMISMATCH), "0x80020005 DISP_E_TYPEMISMATCH (type mismatch)");
+    EXPECT_EQ(HResultText(TYPE_E_LIBNOTREGISTERED), "0x8002801D TYPE_E_LIBNOTREGISTERED (type library not registered)");
+    EXPECT_EQ(HResultText(CTL_E_SETNOTSUPPORTED), "0x800A017F CTL_E_SETNOTSUPPORTED (the property is read-only)");
+    EXPECT_EQ(HResultText(static_cast<HRESULT>(0x800A017C)), "0x800A017C (unnamed control error 380)");
+    EXPECT_EQ(HResultText(static_cast<HRESULT>(0x80041234)), "0x80041234 (unnamed interface-specific error 4660)");
+    EXPECT_EQ(HResultText(static_cast<HRESULT>(0x80FF0001)), "0x80FF0001 (unnamed error, facility 255, code 1)");
 }

@@ -26,6 +26,19 @@ const DispEntry* FindMember(CControlSite* site, const char* name)
     return map ? map->FindByName(CString(FromUtf8(name))) : nullptr;
 }
 
+duk_ret_t UnknownMember(duk_context* ctx, CControlSite* site, const std::string& name)
+{
+    std::vector<std::string> names;
+    if (const CDispatchMap* map = site ? site->DispatchInfo() : nullptr)
+        for (const DispEntry& e : map->Entries()) names.push_back(ToUtf8(e.name));
+    return PushScriptError(ctx, "unknown property or method '" + name + "'" + DidYouMean(name, names));
+}
+
+duk_ret_t ReadOnly(duk_context* ctx, const DispEntry* entry)
+{
+    return PushScriptError(ctx, "'" + ToUtf8(entry->name) + "' is a read-only property");
+}
+
 // A method of the control, called with the script's arguments.
 duk_ret_t MethodBody(duk_context* ctx)
 {
@@ -81,7 +94,7 @@ duk_ret_t GetBody(duk_context* ctx)
     }
     // Asked by the language itself when it turns the object into a primitive or text.
     if (std::string_view(name) == "valueOf" || std::string_view(name) == "toJSON") return 0;
-    return PushScriptError(ctx, "unknown property or method '" + std::string(name) + "'");
+    return UnknownMember(ctx, site, name);
 }
 
 // set trap [target key value receiver]: a property put.
@@ -90,13 +103,15 @@ duk_ret_t SetBody(duk_context* ctx)
     CControlSite* site = SiteOf(ctx, 0);
     std::string name = duk_is_symbol(ctx, 1) ? "(symbol)" : duk_get_string(ctx, 1);
     const DispEntry* entry = FindMember(site, name.c_str());
-    if (!entry) return PushScriptError(ctx, "unknown property or method '" + name + "'");
+    if (!entry) return UnknownMember(ctx, site, name);
     if (entry->flags & DISPATCH_METHOD)
         return PushScriptError(ctx, "'" + ToUtf8(entry->name) + "' is a method and cannot be assigned");
+    if (!entry->put) return ReadOnly(ctx, entry);
     COleVariant value;
     if (!ToVariant(ctx, 2, value))
         return PushScriptError(ctx, "'" + ToUtf8(entry->name) + "' cannot be set to " + ScriptTypeName(ctx, 2));
     HRESULT hr = site->InvokeById(entry->dispid, DISPATCH_PROPERTYPUT, {value}, nullptr);
+    if (hr == CTL_E_SETNOTSUPPORTED) return ReadOnly(ctx, entry);
     if (FAILED(hr)) return PushDispatchError(ctx, "setting", entry->name, hr);
     duk_push_true(ctx);
     return 1;
@@ -112,7 +127,12 @@ duk_ret_t OnBody(duk_context* ctx)
     CControlSite* site = SiteOf(ctx, -1);
     if (!site) return PushScriptError(ctx, "on: not called on a control");
     const EventEntry* event = site->EventInfo() ? site->EventInfo()->FindByName(CString(FromUtf8(name))) : nullptr;
-    if (!event) return PushScriptError(ctx, "unknown event '" + std::string(name) + "'");
+    if (!event) {
+        std::vector<std::string> names;
+        if (site->EventInfo())
+            for (const EventEntry& e : site->EventInfo()->Entries()) names.push_back(ToUtf8(e.name));
+        return PushScriptError(ctx, "unknown event '" + std::string(name) + "'" + DidYouMean(name, names));
+    }
     duk_get_prop_string(ctx, -1, kHandlersKey);
     duk_push_int(ctx, event->dispid);
     duk_dup(ctx, 1);
@@ -163,6 +183,9 @@ void Deliver(duk_context* ctx, CControlSite* site, const EventEntry& event, VARI
     else host.HoldHandlerError();
 }
 
+constexpr Param kOn[] = {{"event", Arg::String}, {"handler", Arg::Any, true}};
+constexpr Signature kOnCall{"control.on", kOn};
+
 void PushProxyHandler(duk_context* ctx)
 {
     duk_push_bare_object(ctx);
@@ -176,7 +199,7 @@ void MakeControlObject(duk_context* ctx, CControlSite* site)
     PutHiddenPointer(ctx, -1, kSiteKey, site);
     duk_push_bare_object(ctx);
     duk_put_prop_string(ctx, -2, kHandlersKey);
-    PutFunction(ctx, -1, "on", &Guarded<OnBody>, 2);
+    PutCall(ctx, -1, "on", &Guarded<OnBody>, kOnCall);
     PutFunction(ctx, -1, "toString", &ToStringBody, 0);
     PushProxyHandler(ctx);
     duk_push_proxy(ctx, 0);

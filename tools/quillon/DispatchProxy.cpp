@@ -65,6 +65,9 @@ duk_ret_t SetBody(duk_context* ctx)
     if (!ToVariant(ctx, 2, value))
         return PushScriptError(ctx, "'" + name + "' cannot be set to " + ScriptTypeName(ctx, 2));
     HRESULT hr = InvokeProperty(p, id, DISPATCH_PROPERTYPUT, &value, nullptr);
+    // A name the object knows that takes no put is a property it only lets be read.
+    if (hr == CTL_E_SETNOTSUPPORTED || hr == DISP_E_MEMBERNOTFOUND)
+        return PushScriptError(ctx, "'" + name + "' is a read-only property");
     if (FAILED(hr)) return PushDispatchError(ctx, "setting", CString(FromUtf8(name)), hr);
     duk_push_true(ctx);
     return 1;

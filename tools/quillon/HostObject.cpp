@@ -48,7 +48,7 @@ duk_ret_t OnBody(duk_context* ctx)
 {
     std::string name = duk_require_string(ctx, 0);
     if (name != "PropertyChanged" && name != "Beep" && name != "Dialog")
-        return PushScriptError(ctx, "unknown host event '" + name + "'");
+        return PushScriptError(ctx, "unknown host event '" + name + "'" + DidYouMean(name, {"PropertyChanged", "Beep", "Dialog"}));
     if (!duk_is_function(ctx, 1) && !duk_is_null_or_undefined(ctx, 1))
         return PushScriptError(ctx, "on: the handler must be a function");
     duk_push_global_stash(ctx);
@@ -231,6 +231,14 @@ void Deliver(duk_context* ctx, HostEvent event)
 }
 } // namespace
 
+namespace {
+constexpr Param kRect[] = {{"x", Arg::Number}, {"y", Arg::Number}, {"w", Arg::Number}, {"h", Arg::Number}};
+constexpr Param kControl[] = {{"control", Arg::Control}};
+constexpr Param kOn[] = {{"event", Arg::String}, {"handler", Arg::Any, true}};
+constexpr Signature kFormCall{"host.form", kRect}, kSaveCall{"host.save", kControl}, kIsDirtyCall{"host.isDirty", kControl},
+    kOnCall{"host.on", kOn};
+} // namespace
+
 void PushHostObject(duk_context* ctx)
 {
     duk_push_global_stash(ctx);
@@ -239,14 +247,15 @@ void PushHostObject(duk_context* ctx)
     duk_pop(ctx);
 
     duk_push_object(ctx);
-    PutFunction(ctx, -1, "form", &Guarded<FormBody>, 4);
-    PutFunction(ctx, -1, "save", &Guarded<SaveBody>, 1);
-    PutFunction(ctx, -1, "isDirty", &Guarded<IsDirtyBody>, 1);
-    PutFunction(ctx, -1, "on", &Guarded<OnBody>, 2);
+    PutCall(ctx, -1, "form", &Guarded<FormBody>, kFormCall);
+    PutCall(ctx, -1, "save", &Guarded<SaveBody>, kSaveCall);
+    PutCall(ctx, -1, "isDirty", &Guarded<IsDirtyBody>, kIsDirtyCall);
+    PutCall(ctx, -1, "on", &Guarded<OnBody>, kOnCall);
     DefineUserMode(ctx);
     DefineFileDialog(ctx);
     DefineShowPropertyFrame(ctx);
     AddWindowCalls(ctx, -1);
+    MakeStrict(ctx, "host");
 }
 
 void ListenToHost(duk_context* ctx, CHost& host)

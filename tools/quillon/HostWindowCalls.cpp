@@ -2,6 +2,7 @@
 // keyboard and mouse, the clock and the message loop, pixels and snapshots, colours and pictures.
 #include <strings.h>
 #include <string>
+#include <vector>
 #include "ScriptBinding.h"
 #include "ScriptHost.h"
 #include "ScriptObjects.h"
@@ -28,9 +29,24 @@ duk_ret_t FocusBody(duk_context* ctx)
     return 0;
 }
 
+// Keys go to the window that holds the focus. With none, or with a form that ignores them, they
+// would be lost without a word.
+bool KeysWouldBeLost(duk_context* ctx)
+{
+    HWND focus = ::GetFocus();
+    return !focus || HostOf(ctx).FormOfWindow(focus);
+}
+
+duk_ret_t LostKeysError(duk_context* ctx, const char* call)
+{
+    const char* where = ::GetFocus() ? "the focus is on a form, not in a control" : "no window has the focus";
+    return PushScriptError(ctx, std::string(call) + ": " + where + ", so the keys would go nowhere; call host.focus(control) first");
+}
+
 duk_ret_t TypeBody(duk_context* ctx)
 {
     const char* text = duk_require_string(ctx, 0);
+    if (KeysWouldBeLost(ctx)) return LostKeysError(ctx, "host.type");
     HostOf(ctx).Type(CString(FromUtf8(text)));
     return 0;
 }
@@ -56,12 +72,15 @@ duk_ret_t KeyBody(duk_context* ctx)
 {
     const char* name = duk_require_string(ctx, 0);
     bool shift = OptionFlag(ctx, "shift"), ctrl = OptionFlag(ctx, "ctrl");
+    std::vector<std::string> names;
     for (const NamedKey& key : kKeys) {
+        names.push_back(key.name);
         if (strcasecmp(key.name, name) != 0) continue;
+        if (KeysWouldBeLost(ctx)) return LostKeysError(ctx, "host.key");
         HostOf(ctx).Key(key.vk, shift, ctrl);
         return 0;
     }
-    return PushScriptError(ctx, "unknown key '" + std::string(name) + "'");
+    return PushScriptError(ctx, "unknown key '" + std::string(name) + "'" + DidYouMean(name, names));
 }
 
 template <void (CHost::*Fn)(int, int, int)>
@@ -105,6 +124,10 @@ duk_ret_t PumpBody(duk_context* ctx)
 duk_ret_t PixelBody(duk_context* ctx)
 {
     int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1);
+    int w = ::GetSystemMetrics(SM_CXVIRTUALSCREEN), h = ::GetSystemMetrics(SM_CYVIRTUALSCREEN);
+    if (x < 0 || y < 0 || x >= w || y >= h)
+        return PushScriptError(ctx, "host.pixel: (" + std::to_string(x) + ", " + std::to_string(y) + ") is outside the " +
+                                        std::to_string(w) + " x " + std::to_string(h) + " screen");
     duk_push_uint(ctx, HostOf(ctx).Pixel(x, y));
     return 1;
 }
@@ -160,24 +183,46 @@ duk_ret_t LoadPictureBody(duk_context* ctx)
 }
 } // namespace
 
+namespace {
+constexpr Param kXY[] = {{"x", Arg::Number}, {"y", Arg::Number}};
+constexpr Param kArea[] = {{"x", Arg::Number}, {"y", Arg::Number}, {"w", Arg::Number}, {"h", Arg::Number}};
+constexpr Param kScreen[] = {{"width", Arg::Number, true}, {"height", Arg::Number, true}, {"monitors", Arg::Number, true}};
+constexpr Param kFocus[] = {{"control", Arg::Control}};
+constexpr Param kType[] = {{"text", Arg::String}};
+constexpr Param kKey[] = {{"name", Arg::String}, {"modifiers", Arg::Any, true}};
+constexpr Param kWheel[] = {{"x", Arg::Number}, {"y", Arg::Number}, {"delta", Arg::Number}};
+constexpr Param kAdvance[] = {{"ms", Arg::Number}};
+constexpr Param kSnapshot[] = {{"path", Arg::String}, {"x", Arg::Number, true}, {"y", Arg::Number, true},
+                               {"w", Arg::Number, true}, {"h", Arg::Number, true}};
+constexpr Param kSysColor[] = {{"index", Arg::Number}, {"rgb", Arg::Number}};
+constexpr Param kPath[] = {{"path", Arg::String}};
+
+constexpr Signature kScreenCall{"host.screen", kScreen}, kFocusCall{"host.focus", kFocus}, kTypeCall{"host.type", kType},
+    kKeyCall{"host.key", kKey}, kPressCall{"host.press", kXY}, kReleaseCall{"host.release", kXY},
+    kMoveCall{"host.move", kXY}, kClickCall{"host.click", kXY}, kDblClickCall{"host.dblclick", kXY},
+    kWheelCall{"host.wheel", kWheel}, kAdvanceCall{"host.advance", kAdvance}, kPumpCall{"host.pump", {}},
+    kPixelCall{"host.pixel", kXY}, kSnapshotCall{"host.snapshot", kSnapshot}, kFreezeCall{"host.freeze", kArea},
+    kThawCall{"host.thaw", {}}, kSysColorCall{"host.sysColor", kSysColor}, kLoadPictureCall{"host.loadPicture", kPath};
+} // namespace
+
 void AddWindowCalls(duk_context* ctx, duk_idx_t host)
 {
-    PutFunction(ctx, host, "screen", &Guarded<ScreenBody>, DUK_VARARGS);
-    PutFunction(ctx, host, "focus", &Guarded<FocusBody>, 1);
-    PutFunction(ctx, host, "type", &Guarded<TypeBody>, 1);
-    PutFunction(ctx, host, "key", &Guarded<KeyBody>, 2);
-    PutFunction(ctx, host, "press", &Guarded<ButtonBody<&CHost::Press>>, 2);
-    PutFunction(ctx, host, "release", &Guarded<ButtonBody<&CHost::Release>>, 2);
-    PutFunction(ctx, host, "move", &Guarded<PointBody<&CHost::Move>>, 2);
-    PutFunction(ctx, host, "click", &Guarded<PointBody<&CHost::Click>>, 2);
-    PutFunction(ctx, host, "dblclick", &Guarded<PointBody<&CHost::DblClick>>, 2);
-    PutFunction(ctx, host, "wheel", &Guarded<WheelBody>, 3);
-    PutFunction(ctx, host, "advance", &Guarded<AdvanceBody>, 1);
-    PutFunction(ctx, host, "pump", &Guarded<PumpBody>, 0);
-    PutFunction(ctx, host, "pixel", &Guarded<PixelBody>, 2);
-    PutFunction(ctx, host, "snapshot", &Guarded<SnapshotBody>, DUK_VARARGS);
-    PutFunction(ctx, host, "freeze", &Guarded<FreezeBody>, 4);
-    PutFunction(ctx, host, "thaw", &Guarded<ThawBody>, 0);
-    PutFunction(ctx, host, "sysColor", &Guarded<SysColorBody>, 2);
-    PutFunction(ctx, host, "loadPicture", &Guarded<LoadPictureBody>, 1);
+    PutCall(ctx, host, "screen", &Guarded<ScreenBody>, kScreenCall);
+    PutCall(ctx, host, "focus", &Guarded<FocusBody>, kFocusCall);
+    PutCall(ctx, host, "type", &Guarded<TypeBody>, kTypeCall);
+    PutCall(ctx, host, "key", &Guarded<KeyBody>, kKeyCall);
+    PutCall(ctx, host, "press", &Guarded<ButtonBody<&CHost::Press>>, kPressCall);
+    PutCall(ctx, host, "release", &Guarded<ButtonBody<&CHost::Release>>, kReleaseCall);
+    PutCall(ctx, host, "move", &Guarded<PointBody<&CHost::Move>>, kMoveCall);
+    PutCall(ctx, host, "click", &Guarded<PointBody<&CHost::Click>>, kClickCall);
+    PutCall(ctx, host, "dblclick", &Guarded<PointBody<&CHost::DblClick>>, kDblClickCall);
+    PutCall(ctx, host, "wheel", &Guarded<WheelBody>, kWheelCall);
+    PutCall(ctx, host, "advance", &Guarded<AdvanceBody>, kAdvanceCall);
+    PutCall(ctx, host, "pump", &Guarded<PumpBody>, kPumpCall);
+    PutCall(ctx, host, "pixel", &Guarded<PixelBody>, kPixelCall);
+    PutCall(ctx, host, "snapshot", &Guarded<SnapshotBody>, kSnapshotCall);
+    PutCall(ctx, host, "freeze", &Guarded<FreezeBody>, kFreezeCall);
+    PutCall(ctx, host, "thaw", &Guarded<ThawBody>, kThawCall);
+    PutCall(ctx, host, "sysColor", &Guarded<SysColorBody>, kSysColorCall);
+    PutCall(ctx, host, "loadPicture", &Guarded<LoadPictureBody>, kLoadPictureCall);
 }

@@ -163,8 +163,6 @@ look("Masked picture", { DropButton: true, DropWidth: 20, DropPicture: picture, 
 look("Embossed, off", { DropButton: true, DropWidth: 20, DropPicture: picture, EmbossBitmap: true, MaskColor: 0xFF00FF, Enabled: false });
 ["Default", "Standard", "XP Blue", "XP Olive", "Vista Blue"].forEach(function (name, i) { look(name, withButtons({ ControlStyle: i + 1 })); });
 host.pump();
-looks.forEach(function (c) { c.BorderColor = c.BorderColor; }); // a second paint: the unfocused face
-host.pump();
 
 // The open list in each scroll bar look, with a hot row. Only the focused field has its list open,
 // so each one is held as a still before the next field takes the focus.
@@ -180,8 +178,6 @@ var listFields = ["Regular", "Thin", "Modern"].map(function (name, style) {
     return { label: label, field: field, x: 520 + x, y: 10 + 10 + kListFieldRow * 34 };
 });
 host.pump();
-listFields.forEach(function (at) { at.label.BorderColor = at.label.BorderColor; }); // the labels' unfocused face
-host.pump();
 var kListedHeight = 24 + 1 + list.rows * list.rowHeight + 1;   // the field and its list under it
 ["Ma", "Sa", "Ba"].forEach(function (prefix, style) {
     var at = listFields[style];
@@ -196,7 +192,7 @@ host.press(spin.x, spin.y);
 host.snapshot(galleryPath, 520, 10, 490, 610);
 host.thaw();
 host.release(spin.x, spin.y);
-print(looks.length, "looks written to the gallery");
+print(looks.length, "looks written to the gallery,", galleryPath);
 
 print("== Property pages and the About box ==");
 // Each page is shown in the frame over a control of its own form, so that the frames stand side by
@@ -229,4 +225,4 @@ host.on("Dialog", function (dlg) {
 pageForms[3].control.AboutBox();
 host.thaw();
 host.on("Dialog", null);
-print("pages and About box written beside the gallery");
+print("pages and About box written to", pagesPath);

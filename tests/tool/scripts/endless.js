@@ -1,0 +1,3 @@
+// Never ends: for the timeout of `quillon run`.
+print("started");
+for (;;) {}
