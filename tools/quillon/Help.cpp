@@ -6,6 +6,7 @@ const char* const kUsage =
     "       quillon demo [GALLERY.png]                  show masked formatting and events, and write a gallery of looks\n"
     "       quillon view [SCRIPT.js] [--scale N] [--snapshot FILE] [--latency]\n"
     "                                                   try the script's forms (or a showcase) by hand in a window\n"
+    "       quillon typelib [--markdown]                print the control's type library as ODL text\n"
     "       quillon help [COMMAND]                      this summary, or the help of one command\n"
     "       quillon --version                           the program's version\n"
     "The script API is described in docs/scripting.md; examples/ holds scripts to start from.\n";
@@ -39,6 +40,14 @@ const char kViewHelp[] =
     "  --snapshot FILE   save the screen as PNG when the window closes\n"
     "  --latency         report the median time from a key to the repainted window\n";
 
+const char kTypelibHelp[] =
+    "usage: quillon typelib [--markdown]\n"
+    "\n"
+    "Registers the control's module in the program's own registry and prints the type library found\n"
+    "there, as ODL text: the enumerations with their values, the properties and methods of _DQuillon\n"
+    "with their dispatch ids and types, the events of _DQuillonEvents and the coclass. With --markdown\n"
+    "the text comes inside the page docs/control.md is made of.\n";
+
 const char kHelpHelp[] =
     "usage: quillon help [COMMAND]\n"
     "\n"
@@ -50,6 +59,7 @@ const char* CommandHelp(const std::string& command)
     if (command == "run") return kRunHelp;
     if (command == "demo") return kDemoHelp;
     if (command == "view") return kViewHelp;
+    if (command == "typelib") return kTypelibHelp;
     if (command == "help") return kHelpHelp;
     return nullptr;
 }
