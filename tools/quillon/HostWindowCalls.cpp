@@ -2,6 +2,7 @@
 // keyboard and mouse, the clock and the message loop, pixels and snapshots, colours and pictures.
 #include <strings.h>
 #include <string>
+#include "ScriptArgs.h"
 #include "ScriptBinding.h"
 #include "ScriptHost.h"
 #include "ScriptObjects.h"
@@ -13,10 +14,15 @@ CHost& HostOf(duk_context* ctx) { return ScriptHostOf(ctx).Host(); }
 // host.screen(width, height, monitors): the virtual screen; 1024 x 768 on one monitor by default.
 duk_ret_t ScreenBody(duk_context* ctx)
 {
-    int w = duk_get_top(ctx) > 0 ? duk_require_int(ctx, 0) : 1024;
-    int h = duk_get_top(ctx) > 1 ? duk_require_int(ctx, 1) : 768;
-    int monitors = duk_get_top(ctx) > 2 ? duk_require_int(ctx, 2) : 1;
-    HostOf(ctx).Screen(w, h, monitors);
+    int w = 1024, h = 768, monitors = 1;
+    duk_idx_t n = duk_get_top(ctx);
+    if ((n > 0 && !RequireInt(ctx, 0, "screen", "width", 1, kMaxExtent, w)) ||
+        (n > 1 && !RequireInt(ctx, 1, "screen", "height", 1, kMaxExtent, h)) ||
+        (n > 2 && !RequireInt(ctx, 2, "screen", "monitors", 1, kMaxExtent, monitors)))
+        return kThrow;
+    if (!HostOf(ctx).Screen(w, h, monitors))
+        return PushScriptError(ctx, "screen: the monitors side by side must be at most " + std::to_string(kMaxExtent) +
+                                        " pixels wide");
     return 0;
 }
 
@@ -30,8 +36,9 @@ duk_ret_t FocusBody(duk_context* ctx)
 
 duk_ret_t TypeBody(duk_context* ctx)
 {
-    const char* text = duk_require_string(ctx, 0);
-    HostOf(ctx).Type(CString(FromUtf8(text)));
+    CString text;
+    if (!RequireText(ctx, 0, text)) return kThrow;
+    HostOf(ctx).Type(text);
     return 0;
 }
 
@@ -54,35 +61,47 @@ bool OptionFlag(duk_context* ctx, const char* name)
 // host.key(name, {shift, ctrl}): one key down and up, with the modifiers held around it.
 duk_ret_t KeyBody(duk_context* ctx)
 {
-    const char* name = duk_require_string(ctx, 0);
+    std::string name;
+    if (!RequireName(ctx, 0, "key", "the key's name", name)) return kThrow;
     bool shift = OptionFlag(ctx, "shift"), ctrl = OptionFlag(ctx, "ctrl");
     for (const NamedKey& key : kKeys) {
-        if (strcasecmp(key.name, name) != 0) continue;
+        if (strcasecmp(key.name, name.c_str()) != 0) continue;
         HostOf(ctx).Key(key.vk, shift, ctrl);
         return 0;
     }
-    return PushScriptError(ctx, "unknown key '" + std::string(name) + "'");
+    return PushScriptError(ctx, "unknown key '" + name + "'");
 }
 
-template <void (CHost::*Fn)(int, int, int)>
+constexpr char kPress[] = "press", kRelease[] = "release", kMove[] = "move", kClick[] = "click", kDblClick[] = "dblclick";
+
+// The screen point of a mouse call.
+bool PointArgs(duk_context* ctx, const char* function, int& x, int& y)
+{
+    return RequireCoordinate(ctx, 0, function, "x", x) && RequireCoordinate(ctx, 1, function, "y", y);
+}
+
+template <void (CHost::*Fn)(int, int, int), const char* Name>
 duk_ret_t ButtonBody(duk_context* ctx)
 {
-    int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1);
+    int x, y;
+    if (!PointArgs(ctx, Name, x, y)) return kThrow;
     (HostOf(ctx).*Fn)(x, y, VK_LBUTTON);
     return 0;
 }
 
-template <void (CHost::*Fn)(int, int)>
+template <void (CHost::*Fn)(int, int), const char* Name>
 duk_ret_t PointBody(duk_context* ctx)
 {
-    int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1);
+    int x, y;
+    if (!PointArgs(ctx, Name, x, y)) return kThrow;
     (HostOf(ctx).*Fn)(x, y);
     return 0;
 }
 
 duk_ret_t WheelBody(duk_context* ctx)
 {
-    int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1), delta = duk_require_int(ctx, 2);
+    int x, y, delta;
+    if (!PointArgs(ctx, "wheel", x, y) || !RequireInt(ctx, 2, "wheel", "delta", -32768, 32767, delta)) return kThrow;
     HostOf(ctx).Wheel(x, y, delta);
     return 0;
 }
@@ -104,7 +123,8 @@ duk_ret_t PumpBody(duk_context* ctx)
 // host.pixel(x, y): the composed screen's COLORREF 0x00BBGGRR.
 duk_ret_t PixelBody(duk_context* ctx)
 {
-    int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1);
+    int x, y;
+    if (!PointArgs(ctx, "pixel", x, y)) return kThrow;
     duk_push_uint(ctx, HostOf(ctx).Pixel(x, y));
     return 1;
 }
@@ -112,15 +132,13 @@ duk_ret_t PixelBody(duk_context* ctx)
 // host.snapshot(path) or host.snapshot(path, x, y, w, h): the composed screen as PNG.
 duk_ret_t SnapshotBody(duk_context* ctx)
 {
-    const char* path = duk_require_string(ctx, 0);
+    std::string path, reason;
+    if (!RequireName(ctx, 0, "snapshot", "the path", path)) return kThrow;
     bool part = duk_get_top(ctx) > 1;
     RECT area{};
-    if (part) {
-        int x = duk_require_int(ctx, 1), y = duk_require_int(ctx, 2);
-        area = RECT{x, y, x + duk_require_int(ctx, 3), y + duk_require_int(ctx, 4)};
-    }
-    if (!HostOf(ctx).Snapshot(path, part ? &area : nullptr))
-        return PushScriptError(ctx, "snapshot: cannot write '" + std::string(path) + "'");
+    if (part && !RequireRect(ctx, 1, "snapshot", area)) return kThrow;
+    if (!HostOf(ctx).Snapshot(path.c_str(), part ? &area : nullptr, &reason))
+        return PushScriptError(ctx, "snapshot: " + reason);
     return 0;
 }
 
@@ -128,8 +146,8 @@ duk_ret_t SnapshotBody(duk_context* ctx)
 // later pixels and snapshots until host.thaw().
 duk_ret_t FreezeBody(duk_context* ctx)
 {
-    int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1);
-    RECT area{x, y, x + duk_require_int(ctx, 2), y + duk_require_int(ctx, 3)};
+    RECT area;
+    if (!RequireRect(ctx, 0, "freeze", area)) return kThrow;
     if (!HostOf(ctx).Freeze(area)) return PushScriptError(ctx, "freeze: the area must be non-empty");
     return 0;
 }
@@ -150,9 +168,9 @@ duk_ret_t SysColorBody(duk_context* ctx)
 
 duk_ret_t LoadPictureBody(duk_context* ctx)
 {
-    const char* path = duk_require_string(ctx, 0);
-    std::string reason;
-    IPictureDisp* picture = HostOf(ctx).LoadPicture(path, &reason);
+    std::string path, reason;
+    if (!RequireName(ctx, 0, "loadPicture", "the path", path)) return kThrow;
+    IPictureDisp* picture = HostOf(ctx).LoadPicture(path.c_str(), &reason);
     if (!picture) return PushScriptError(ctx, "loadPicture: " + reason);
     PushDispatch(ctx, picture);
     picture->Release(); // the script object holds its own reference
@@ -166,11 +184,11 @@ void AddWindowCalls(duk_context* ctx, duk_idx_t host)
     PutFunction(ctx, host, "focus", &Guarded<FocusBody>, 1);
     PutFunction(ctx, host, "type", &Guarded<TypeBody>, 1);
     PutFunction(ctx, host, "key", &Guarded<KeyBody>, 2);
-    PutFunction(ctx, host, "press", &Guarded<ButtonBody<&CHost::Press>>, 2);
-    PutFunction(ctx, host, "release", &Guarded<ButtonBody<&CHost::Release>>, 2);
-    PutFunction(ctx, host, "move", &Guarded<PointBody<&CHost::Move>>, 2);
-    PutFunction(ctx, host, "click", &Guarded<PointBody<&CHost::Click>>, 2);
-    PutFunction(ctx, host, "dblclick", &Guarded<PointBody<&CHost::DblClick>>, 2);
+    PutFunction(ctx, host, "press", &Guarded<ButtonBody<&CHost::Press, kPress>>, 2);
+    PutFunction(ctx, host, "release", &Guarded<ButtonBody<&CHost::Release, kRelease>>, 2);
+    PutFunction(ctx, host, "move", &Guarded<PointBody<&CHost::Move, kMove>>, 2);
+    PutFunction(ctx, host, "click", &Guarded<PointBody<&CHost::Click, kClick>>, 2);
+    PutFunction(ctx, host, "dblclick", &Guarded<PointBody<&CHost::DblClick, kDblClick>>, 2);
     PutFunction(ctx, host, "wheel", &Guarded<WheelBody>, 3);
     PutFunction(ctx, host, "advance", &Guarded<AdvanceBody>, 1);
     PutFunction(ctx, host, "pump", &Guarded<PumpBody>, 0);
