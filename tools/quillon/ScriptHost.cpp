@@ -143,6 +143,7 @@ void CScriptHost::HoldHandlerError()
         duk_put_prop_string(m_ctx, -2, kHeldErrorKey);
         duk_pop(m_ctx);
         m_bHandlerError = true;
+        m_host.EndCall(); // the error ends the call that raised it, after the current message
     }
     duk_pop(m_ctx);
 }
