@@ -328,6 +328,7 @@ LRESULT CALLBACK EditWndProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
     case WM_SETFONT:
         // Stand-in: the margins stay as they are; the real control resets them from the font.
         e->hFont = (HFONT)wParam;
+        e->widths = {}; // a handle may come back for another font once its first one is deleted
         if (GetFocus() == hWnd) OnSetFocus(e);
         EditScrollToCaret(e);
         if (LOWORD(lParam)) InvalidateRect(hWnd, nullptr, TRUE);
