@@ -282,3 +282,37 @@ TEST_F(EditTest, PaintAsksTheParentForColoursAndHighlightsTheSelection)
     L().hooks.erase(form);
     DeleteObject(hbr);
 }
+
+// The edit keeps the x of every boundary across changes and redoes only what follows the first
+// changed character: after any change, a font or a password character, each boundary must still
+// lie where measuring its whole prefix puts it.
+TEST_F(EditTest, BoundariesFollowEveryChangeOfTextFontAndEcho)
+{
+    LOGFONTW lf{};
+    lf.lfHeight = -20;
+    HFONT big = CreateFontIndirect(&lf);
+    auto expectBoundaries = [this](HFONT font, const std::u16string& shown, const char* when) {
+        HDC dc = CreateCompatibleDC(nullptr);
+        HGDIOBJ old = font ? SelectObject(dc, font) : nullptr;
+        for (int pos = 0; pos <= (int)shown.size(); ++pos) {
+            SIZE sz{0, 0};
+            if (pos) GetTextExtentPoint32(dc, shown.data(), pos, &sz);
+            EXPECT_EQ(XOf(pos) - XOf(0), sz.cx) << when << ", boundary " << pos;
+        }
+        if (old) SelectObject(dc, old);
+        DeleteDC(dc);
+    };
+    const std::u16string texts[] = {u"abcdef", u"abXdef", u"Wbcdefgh", u"a\U0001F600bc", u"a\U0001F600", u"a"};
+    for (const std::u16string& t : texts) {
+        SetWindowText(edit, t.c_str());
+        expectBoundaries(nullptr, t, "text");
+    }
+    SendMessage(edit, WM_SETFONT, (WPARAM)big, FALSE);
+    SetWindowText(edit, u"abcdef");
+    expectBoundaries(big, u"abcdef", "font");
+    SendMessage(edit, EM_SETPASSWORDCHAR, u'*', 0);
+    expectBoundaries(big, u"******", "echo");
+    SendMessage(edit, EM_SETPASSWORDCHAR, 0, 0);
+    SendMessage(edit, WM_SETFONT, 0, FALSE);
+    DeleteObject(big);
+}
