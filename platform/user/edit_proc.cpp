@@ -71,7 +71,17 @@ void InsertText(EditState* e, std::u16string s)
             r.replace(e->m.SelStart(), e->m.SelEnd() - e->m.SelStart(), t);
             return r;
         };
-        while (!s.empty() && !EditFits(e, with(s))) { s.pop_back(); cut = true; }
+        if (!s.empty() && !EditFits(e, with(s))) {
+            // The longest start of s that fits, by halves: widths only grow with more characters.
+            size_t lo = 0, hi = s.size() - 1;
+            while (lo < hi) {
+                size_t mid = (lo + hi + 1) / 2;
+                if (EditFits(e, with(s.substr(0, mid)))) lo = mid;
+                else hi = mid - 1;
+            }
+            s.resize(lo);
+            cut = true;
+        }
     }
     if (cut) Notify(e->hwnd, EN_MAXTEXT);
     if ((e = EditOf(e->hwnd)) && e->m.ReplaceSel(s)) Changed(e, true);

@@ -45,6 +45,8 @@ constexpr Refused kRefusedArguments[] = {
     {"q.Font.Size = 'Infinity';", "0x80020005 (type mismatch)"},
     {"q.Text = NaN;", "0x80020005 (type mismatch)"},
     {"q.EditMask = '#\\u0000#';", "0x80020005 (type mismatch)"},
+    {"q['Text\\u0000x'] = 'a';", "unknown property or method 'Text"},
+    {"q.Font['Size\\u0000'] = 3;", "unknown property 'Size"},
 };
 
 TEST_F(Robustness, ArgumentsOutOfRangeAreErrorsNamingThem)
