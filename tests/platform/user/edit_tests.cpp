@@ -316,3 +316,30 @@ TEST_F(EditTest, BoundariesFollowEveryChangeOfTextFontAndEcho)
     SendMessage(edit, WM_SETFONT, 0, FALSE);
     DeleteObject(big);
 }
+
+// Without ES_AUTOHSCROLL a paste keeps the longest start that fits the width, and says it cut.
+TEST_F(EditTest, APasteIntoAFixedEditKeepsWhatFits)
+{
+    HWND fixed = Make("fixed", WS_CHILD | WS_VISIBLE, 10, 40, 120, 20, form, WC_EDIT, 211);
+    std::u16string text(500, u'm');
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(char16_t));
+    std::copy(text.c_str(), text.c_str() + text.size() + 1, static_cast<char16_t*>(GlobalLock(h)));
+    GlobalUnlock(h);
+    SetClipboardData(CF_UNICODETEXT, h);
+    CloseClipboard();
+    SendMessage(fixed, WM_PASTE, 0, 0);
+    char16_t buf[600];
+    int n = GetWindowText(fixed, buf, 600);
+    RECT rc;
+    GetClientRect(fixed, &rc);
+    int x = GET_X_LPARAM(SendMessage(fixed, EM_POSFROMCHAR, n - 1, 0));
+    SIZE one{};
+    HDC dc = CreateCompatibleDC(nullptr);
+    GetTextExtentPoint32(dc, u"m", 1, &one);
+    DeleteDC(dc);
+    EXPECT_GT(n, 0);
+    EXPECT_LE(x + one.cx, rc.right) << "the last character kept fits";
+    EXPECT_GT(x + 2 * one.cx, rc.right) << "one more would not";
+}
