@@ -60,14 +60,14 @@ TEST_F(Robustness, ArgumentsOutOfRangeAreErrorsNamingThem)
 TEST_F(Robustness, StringsCrossTheScriptBoundaryWhole)
 {
     ASSERT_TRUE(RunWithControl(
-        "var s = 'a\\uD83D\\uDE00b'; q.Text = s; print(q.Text === s, q.Text.length);"
+        "var s = 'a\\uD83D\\uDE00b'; q.Text = s; print(q.Text === s, q.Text.length, s === 'a\U0001F600b', q.Text);"
         "q.EditMask = '\\uD83D\\uDE00#'; print(q.EditMask === '\\uD83D\\uDE00#');"
         "q.Text = undefined; print(JSON.stringify(q.Text));"
         "q.Text = 'x\\ty'; var saved = host.save(q); var q2 = form.load('QUILLON.QuillonCtrl.2', saved, 10, 40, 120, 24);"
         "print(q2.Text === 'x\\ty');"
         "q.EditMask = ''; host.pump(); host.focus(q); q.Text = ''; host.type('ab\\u0000cd'); print(q.Text);"))
         << Error();
-    ExpectLines({"true 4", "true", "\"\"", "true", "abcd"}, TakeLines());
+    ExpectLines({"true 4 true a\xF0\x9F\x98\x80" "b", "true", "\"\"", "true", "abcd"}, TakeLines());
 }
 
 TEST_F(Robustness, AHandlerErrorEndsTheInputCallThatRaisedIt)
