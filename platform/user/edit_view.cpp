@@ -130,7 +130,7 @@ void EditScrollToCaret(EditState* e)
     else if (caret >= e->nScroll + width) e->nScroll = caret - width + 1;
     // No blank space is kept on the right while text lies scrolled out on the left.
     e->nScroll = std::max(0, std::min(e->nScroll, total - width + 1));
-    EditPlaceCaret(e);
+    if (GetFocus() == e->hwnd) SetCaretPos(e->nLeftMargin - e->nScroll + caret, 0); // as EditPlaceCaret, measured once
 }
 
 void EditPlaceCaret(EditState* e)
