@@ -30,3 +30,31 @@ static void BM_MaskedKeyEvent(benchmark::State& state)
     state.counters["changes"] = static_cast<double>(changes);
 }
 BENCHMARK(BM_MaskedKeyEvent)->Unit(benchmark::kMicrosecond);
+
+// One Backspace over a long run of literals: the engine restores each literal as a step of its own,
+// with its own Change, so the cost of a step must stay near one copy of the text.
+static void BM_BackspaceOverLiteralRun(benchmark::State& state)
+{
+    CoRegisterInprocServer(&DllGetClassObject);
+    CHost host;
+    CForm* form = host.NewForm(RECT{100, 100, 500, 400});
+    CControlSite* q = form->Create(u"QUILLON.QuillonCtrl.2", RECT{10, 10, 190, 34});
+    const int nLiterals = static_cast<int>(state.range(0));
+    q->Put(u"EditMask", COleVariant(CString(u"#") + CString(u'-', nLiterals) + u"#"));
+    long changes = 0;
+    q->SetEventHandler([&](const EventEntry& e, VARIANT*, UINT) { changes += e.dispid == 3; });
+    host.Pump();
+    for (auto _ : state) {
+        state.PauseTiming();
+        host.Focus(*q);
+        host.Type(u"12"); // the caret ends behind the last placeholder
+        state.ResumeTiming();
+        host.Key(VK_BACK);
+        host.Key(VK_BACK);
+        state.PauseTiming();
+        q->Put(u"Text", COleVariant(u""));
+        state.ResumeTiming();
+    }
+    state.counters["changes_per_iteration"] = static_cast<double>(changes) / static_cast<double>(state.iterations());
+}
+BENCHMARK(BM_BackspaceOverLiteralRun)->Arg(16000)->Arg(32000)->Unit(benchmark::kMillisecond)->Iterations(1);

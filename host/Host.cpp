@@ -45,6 +45,7 @@ CHost::CHost()
     fd.cySize.int64 = 82500; // 8.25 pt
     OleCreateFontIndirect(&fd, IID_IFont, reinterpret_cast<void**>(&m_pAmbientFont));
     ::SetMessagePump([this](MSG& msg) {
+        if (DropsInput(msg)) return;
         if (msg.message >= WM_KEYFIRST && msg.message <= WM_KEYLAST)
             if (CControlSite* site = SiteOfWindow(msg.hwnd); site && site->PreTranslate(msg)) return;
         if (msg.message == WM_PAINT) {
@@ -78,7 +79,7 @@ CForm* CHost::NewForm(const RECT& rc)
     return m_forms.back().get();
 }
 
-void CHost::Screen(int width, int height, int monitors) { ::SetVirtualScreen(width, height, monitors); }
+bool CHost::Screen(int width, int height, int monitors) { return ::SetVirtualScreen(width, height, monitors) != FALSE; }
 void CHost::Pump() { ::PumpMessages(); }
 void CHost::Advance(DWORD ms) { ::AdvanceClock(ms); }
 

@@ -45,7 +45,8 @@ public:
     CForm* NewForm(const RECT& rc);
 
     // The virtual screen and the container's message loop.
-    void Screen(int width, int height, int monitors = 1);
+    // False, with the screen unchanged, for a size the platform cannot have (see SetVirtualScreen).
+    bool Screen(int width, int height, int monitors = 1);
     // Delivers everything pending, each key message offered to its control's PreTranslateMessage first.
     void Pump();
     void Advance(DWORD ms);
@@ -63,10 +64,15 @@ public:
     void Click(int x, int y);
     void DblClick(int x, int y);
     void Wheel(int x, int y, int delta);
+    // Ends the input call under way after the current message, as when a handler of the host's
+    // raised an error: the rest of that call's input is not delivered. The next call starts afresh.
+    void EndCall() { m_bCallEnded = true; }
 
     // The screen as a person sees it: every visible window's surface in z-order, with the caret.
     COLORREF Pixel(int x, int y);
-    bool Snapshot(const char* path, const RECT* area = nullptr);
+    // False, with the reason in *pReason when given, for an empty area, an image too large to
+    // make, or a file that cannot be written.
+    bool Snapshot(const char* path, const RECT* area = nullptr, std::string* pReason = nullptr);
     // The composed screen, or the area of it, as a bitmap the caller deletes.
     HBITMAP Capture(const RECT* area = nullptr);
     // Holds an area of the screen as it looks now, drawn over every window in later pixels, captures
@@ -113,7 +119,9 @@ public:
 
 private:
     void DispatchPaint(const MSG& msg);
-    HBITMAP ComposeScreen();
+    void Button(int x, int y, bool down, int button);
+    bool DropsInput(const MSG& msg) const;
+    HBITMAP ComposeScreen(const RECT* area = nullptr);
     void ComposeStills(HDC screen);
     struct Still {
         HBITMAP bitmap;
@@ -122,4 +130,5 @@ private:
     std::vector<std::unique_ptr<CForm>> m_forms;
     std::vector<Still> m_stills;
     IFont* m_pAmbientFont = nullptr;
+    bool m_bCallEnded = false;
 };

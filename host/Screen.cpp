@@ -48,18 +48,24 @@ void ComposeCaret(HDC screen)
 
 } // namespace
 
-HBITMAP CHost::ComposeScreen()
+HBITMAP CHost::ComposeScreen(const RECT* area)
 {
-    int w = ::GetSystemMetrics(SM_CXVIRTUALSCREEN), h = ::GetSystemMetrics(SM_CYVIRTUALSCREEN);
+    RECT all{0, 0, ::GetSystemMetrics(SM_CXVIRTUALSCREEN), ::GetSystemMetrics(SM_CYVIRTUALSCREEN)};
+    RECT want = area ? *area : all;
+    // Only the area is composed, so that a small look at a large screen costs what the area does;
+    // what lies beyond the screen stays black.
+    CRect shown;
+    shown.IntersectRect(all, want);
     HDC screen = ::CreateCompatibleDC(nullptr);
-    HBITMAP bitmap = ::CreateBitmap(w, h, 1, 32, nullptr);
+    HBITMAP bitmap = ::CreateBitmap(want.right - want.left, want.bottom - want.top, 1, 32, nullptr);
     if (!screen || !bitmap) {
         if (screen) ::DeleteDC(screen);
         if (bitmap) ::DeleteObject(bitmap);
         return nullptr;
     }
     HGDIOBJ old = ::SelectObject(screen, bitmap);
-    RECT all{0, 0, w, h};
+    ::SetViewportOrgEx(screen, -want.left, -want.top, nullptr);
+    all = shown;
     ::FillRect(screen, &all, ::GetSysColorBrush(COLOR_BACKGROUND));
     Pump(); // the screen shows what has been painted: let pending paints run first
     for (HWND top : BottomUp(::GetTopWindow(nullptr))) ComposeWindow(screen, top, all);
@@ -99,41 +105,35 @@ void CHost::Thaw()
 
 COLORREF CHost::Pixel(int x, int y)
 {
-    HBITMAP bitmap = ComposeScreen();
+    POINT pt{x, y};
+    RECT screen{0, 0, ::GetSystemMetrics(SM_CXVIRTUALSCREEN), ::GetSystemMetrics(SM_CYVIRTUALSCREEN)};
+    if (!::PtInRect(&screen, pt)) return CLR_INVALID;
+    RECT one{x, y, x + 1, y + 1};
+    HBITMAP bitmap = ComposeScreen(&one);
     if (!bitmap) return CLR_INVALID;
     HDC dc = ::CreateCompatibleDC(nullptr);
     HGDIOBJ old = ::SelectObject(dc, bitmap);
-    COLORREF c = ::GetPixel(dc, x, y);
+    COLORREF c = ::GetPixel(dc, 0, 0);
     ::SelectObject(dc, old);
     ::DeleteDC(dc);
     ::DeleteObject(bitmap);
     return c;
 }
 
-HBITMAP CHost::Capture(const RECT* area)
-{
-    HBITMAP bitmap = ComposeScreen();
-    if (!bitmap || !area) return bitmap;
-    HBITMAP part = ::CreateBitmap(area->right - area->left, area->bottom - area->top, 1, 32, nullptr);
-    if (part) {
-        HDC src = ::CreateCompatibleDC(nullptr), dst = ::CreateCompatibleDC(nullptr);
-        HGDIOBJ oldSrc = ::SelectObject(src, bitmap), oldDst = ::SelectObject(dst, part);
-        ::BitBlt(dst, 0, 0, area->right - area->left, area->bottom - area->top, src, area->left, area->top, SRCCOPY);
-        ::SelectObject(src, oldSrc);
-        ::SelectObject(dst, oldDst);
-        ::DeleteDC(src);
-        ::DeleteDC(dst);
-    }
-    ::DeleteObject(bitmap);
-    return part;
-}
+HBITMAP CHost::Capture(const RECT* area) { return ComposeScreen(area); }
 
-bool CHost::Snapshot(const char* path, const RECT* area)
+bool CHost::Snapshot(const char* path, const RECT* area, std::string* pReason)
 {
+    auto fail = [pReason](std::string why) { if (pReason) *pReason = std::move(why); return false; };
+    RECT all{0, 0, ::GetSystemMetrics(SM_CXVIRTUALSCREEN), ::GetSystemMetrics(SM_CYVIRTUALSCREEN)};
+    const RECT& want = area ? *area : all;
+    std::string size = std::to_string(want.right - want.left) + " x " + std::to_string(want.bottom - want.top);
+    if (want.right <= want.left || want.bottom <= want.top) return fail("the area " + size + " is empty");
     HBITMAP bitmap = Capture(area);
-    bool ok = bitmap && ::SaveBitmapPng(bitmap, path);
-    if (bitmap) ::DeleteObject(bitmap);
-    return ok;
+    if (!bitmap) return fail("an image of " + size + " pixels is too large to make");
+    bool ok = ::SaveBitmapPng(bitmap, path);
+    ::DeleteObject(bitmap);
+    return ok || fail("cannot write '" + std::string(path) + "'");
 }
 
 void InvalidateWindowTree(HWND hwnd)

@@ -9,6 +9,14 @@ typedef RECT* LPRECT;
 typedef const RECT* LPCRECT;
 typedef POINT* LPPOINT;
 
+// A sum of coordinates, worked out in 64 bits and held to the 32-bit range: window positions and
+// points from input may lie anywhere in that range, and their sums must not wrap.
+inline LONG SaturateLong(long long v)
+{
+    constexpr long long kMin = -2147483647LL - 1, kMax = 2147483647LL;
+    return static_cast<LONG>(v < kMin ? kMin : v > kMax ? kMax : v);
+}
+
 class CPoint : public POINT {
 public:
     CPoint() : POINT{0, 0} {}

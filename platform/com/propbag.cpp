@@ -24,26 +24,54 @@ CString Quote(const CString& s)
     return out + u'"';
 }
 
-bool Unquote(const CString& s, CString& out)
+int HexDigit(char16_t c)
 {
-    if (s.GetLength() < 2 || s[0] != u'"' || s[s.GetLength() - 1] != u'"') return false;
+    if (c >= u'0' && c <= u'9') return c - u'0';
+    if (c >= u'A' && c <= u'F') return c - u'A' + 10;
+    if (c >= u'a' && c <= u'f') return c - u'a' + 10;
+    return -1;
+}
+
+// The four hex digits of a \u escape at s[at]; -1 unless all four are there and are digits.
+int ReadEscapeUnit(const CString& s, int at, int end)
+{
+    constexpr int kDigits = 4;
+    if (at + kDigits > end) return -1;
+    int unit = 0;
+    for (int k = 0; k < kDigits; ++k) {
+        int d = HexDigit(s[at + k]);
+        if (d < 0) return -1;
+        unit = unit << 4 | d;
+    }
+    return unit;
+}
+
+// A quoted value as Quote writes it; false, with the reason, for anything it would not write.
+bool Unquote(const CString& s, CString& out, const char** pWhy = nullptr)
+{
+    auto fail = [pWhy](const char* why) { if (pWhy) *pWhy = why; return false; };
+    int len = s.GetLength();
+    if (len < 2 || s[0] != u'"' || s[len - 1] != u'"') return fail("a string must stand in double quotes");
     out.Empty();
-    for (int i = 1; i < s.GetLength() - 1; ++i) {
+    const int end = len - 1;
+    for (int i = 1; i < end; ++i) {
         char16_t c = s[i];
+        if (c == u'"') return fail("a double quote inside a string must be escaped");
         if (c != u'\\') { out += c; continue; }
-        if (++i >= s.GetLength() - 1) return false;
+        if (++i >= end) return fail("a string ends in a lone backslash");
         switch (s[i]) {
         case u'n': out += u'\n'; break;
         case u'r': out += u'\r'; break;
         case u't': out += u'\t'; break;
+        case u'"': case u'\\': out += s[i]; break;
         case u'u': {
-            if (i + 4 >= s.GetLength()) return false;
-            std::string hex = ToUtf8(s.Mid(i + 1, 4));
-            out += static_cast<char16_t>(std::stoul(hex, nullptr, 16));
+            int unit = ReadEscapeUnit(s, i + 1, end);
+            if (unit < 0) return fail("a \\u escape needs four hex digits");
+            out += static_cast<char16_t>(unit);
             i += 4;
             break;
         }
-        default: out += s[i];
+        default: return fail("unknown escape in a string");
         }
     }
     return true;
@@ -59,12 +87,7 @@ CString ToHex(const std::vector<BYTE>& bytes)
 
 bool FromHex(const CString& s, std::vector<BYTE>& out)
 {
-    auto nibble = [](char16_t c) -> int {
-        if (c >= u'0' && c <= u'9') return c - u'0';
-        if (c >= u'A' && c <= u'F') return c - u'A' + 10;
-        if (c >= u'a' && c <= u'f') return c - u'a' + 10;
-        return -1;
-    };
+    auto nibble = HexDigit;
     if (s.GetLength() % 2) return false;
     out.clear();
     for (int i = 0; i < s.GetLength(); i += 2) {
@@ -88,7 +111,7 @@ public:
     HRESULT Read(LPCOLESTR name, VARIANT* pVar, IErrorLog*) override;
     HRESULT Write(LPCOLESTR name, VARIANT* pVar) override;
 
-    HRESULT Parse(const CString& text);
+    HRESULT Parse(const CString& text, CString* pError);
     CString Text() const;
 
 private:
@@ -100,10 +123,23 @@ private:
     std::vector<Line> m_lines;
 };
 
-HRESULT CTextPropertyBag::Parse(const CString& text)
+// The reason a value cannot be what Write writes, or nullptr. Bare values (numbers, words) are
+// left to the coercion of the read that asks for them.
+const char* DamageOf(const CString& value)
+{
+    const char* why = nullptr;
+    CString unquoted;
+    std::vector<BYTE> bytes;
+    if (value.GetLength() && value[0] == u'"' && !Unquote(value, unquoted, &why)) return why;
+    if (value.GetLength() && value[0] == u'{' && (value.Find(u"{object} ") != 0 || !FromHex(value.Mid(9), bytes)))
+        return "an object must be {object} and the hex of its stream";
+    return nullptr;
+}
+
+HRESULT CTextPropertyBag::Parse(const CString& text, CString* pError)
 {
     int start = 0;
-    while (start < text.GetLength()) {
+    for (int nLine = 1; start < text.GetLength(); ++nLine) {
         int end = text.Find(u'\n', start);
         if (end < 0) end = text.GetLength();
         CString line = text.Mid(start, end - start);
@@ -111,7 +147,11 @@ HRESULT CTextPropertyBag::Parse(const CString& text)
         if (line.GetLength() && line[line.GetLength() - 1] == u'\r') line = line.Left(line.GetLength() - 1);
         if (CString(line).Trim().IsEmpty()) continue;
         int eq = line.Find(u" = ");
-        if (eq <= 0) return E_INVALIDARG;
+        const char* why = eq <= 0 ? "a line must read Key = Value" : DamageOf(line.Mid(eq + 3));
+        if (why) {
+            if (pError) pError->Format(u"line %d: %s", nLine, FromUtf8(why).c_str());
+            return E_INVALIDARG;
+        }
         m_lines.push_back({line.Left(eq), line.Mid(eq + 3)});
     }
     return S_OK;
@@ -188,10 +228,10 @@ HRESULT CTextPropertyBag::Read(LPCOLESTR name, VARIANT* pVar, IErrorLog*)
 
 } // namespace
 
-HRESULT CreateTextPropertyBag(const CString& text, IPropertyBag** ppBag)
+HRESULT CreateTextPropertyBag(const CString& text, IPropertyBag** ppBag, CString* pError)
 {
     auto* bag = new CTextPropertyBag;
-    HRESULT hr = bag->Parse(text);
+    HRESULT hr = bag->Parse(text, pError);
     if (FAILED(hr)) { bag->Release(); return hr; }
     *ppBag = bag;
     return S_OK;

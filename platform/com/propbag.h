@@ -7,6 +7,8 @@
 #pragma once
 #include "ocidl.h"
 
-HRESULT CreateTextPropertyBag(const CString& text, IPropertyBag** ppBag);
+// E_INVALIDARG for a damaged text (a line without " = ", a string or object Write would not
+// write), with "line N: reason" in *pError when given.
+HRESULT CreateTextPropertyBag(const CString& text, IPropertyBag** ppBag, CString* pError = nullptr);
 // The bag's lines as text, each ending in a newline.
 CString GetPropertyBagText(IPropertyBag* pBag);

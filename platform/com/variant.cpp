@@ -127,22 +127,30 @@ HRESULT ParseText(const std::u16string& text, Scalar& s)
         return *end ? DISP_E_TYPEMISMATCH : S_OK;
     }
     double d = std::strtod(ascii.c_str(), &end);
-    if (*end) return DISP_E_TYPEMISMATCH;
+    if (*end || !std::isfinite(d)) return DISP_E_TYPEMISMATCH; // "nan", "inf" and numbers past double are no numbers
     s = Scalar{};
     if (d == std::floor(d) && std::fabs(d) < 9.2e18) s.i = static_cast<long long>(d);
     else { s.kind = Scalar::Real; s.d = d; }
     return S_OK;
 }
 
+// 2^63: the first double past the 64-bit integers (INT64_MAX itself rounds up to it as a double).
+constexpr double kInt64Limit = 9223372036854775808.0;
+
 HRESULT ToInteger(const Scalar& s, long long lo, long long hi, long long& out)
 {
-    double d = s.kind == Scalar::Real ? RoundHalfEven(s.d) : static_cast<double>(s.i);
-    if (s.kind == Scalar::Real && !(d >= static_cast<double>(lo) && d <= static_cast<double>(hi))) return DISP_E_OVERFLOW;
-    long long v = s.kind == Scalar::Real ? static_cast<long long>(d) : s.i;
+    long long v = s.i;
+    if (s.kind == Scalar::Real) {
+        double d = RoundHalfEven(s.d);
+        if (!(d >= -kInt64Limit && d < kInt64Limit)) return DISP_E_OVERFLOW; // NaN and infinities too
+        v = static_cast<long long>(d);
+    }
     if (v < lo || v > hi) return DISP_E_OVERFLOW;
     out = v;
     return S_OK;
 }
+
+bool IsNonFinite(const Scalar& s) { return s.kind == Scalar::Real && !std::isfinite(s.d); }
 
 std::u16string FormatScalar(const Scalar& s, bool alphaBool, VARTYPE from)
 {
@@ -169,11 +177,16 @@ HRESULT WriteScalar(const Scalar& s, VARTYPE vt, VARIANT& out)
     case VT_UI1: hr = ToInteger(s, 0, 255, n); out.bVal = static_cast<BYTE>(n); break;
     case VT_I8: hr = ToInteger(s, INT64_MIN, INT64_MAX, n); out.llVal = n; break;
     case VT_BOOL: out.boolVal = (s.kind == Scalar::Real ? s.d != 0 : s.i != 0) ? VARIANT_TRUE : VARIANT_FALSE; break;
-    case VT_R4: out.fltVal = static_cast<float>(s.kind == Scalar::Real ? s.d : static_cast<double>(s.i)); break;
+    case VT_R4: {
+        double d = s.kind == Scalar::Real ? s.d : static_cast<double>(s.i);
+        if (std::isfinite(d) && std::fabs(d) > std::numeric_limits<float>::max()) return DISP_E_OVERFLOW;
+        out.fltVal = static_cast<float>(d);
+        break;
+    }
     case VT_R8: out.dblVal = s.kind == Scalar::Real ? s.d : static_cast<double>(s.i); break;
     case VT_CY: {
         double d = (s.kind == Scalar::Real ? s.d : static_cast<double>(s.i)) * 10000.0;
-        if (std::fabs(d) > 9.2e18) return DISP_E_OVERFLOW;
+        if (!(std::fabs(d) <= 9.2e18)) return DISP_E_OVERFLOW; // NaN and infinities too
         out.cyVal.int64 = static_cast<LONGLONG>(RoundHalfEven(d));
         break;
     }
@@ -225,9 +238,14 @@ HRESULT VariantChangeType(VARIANT* dst, const VARIANT* srcIn, USHORT flags, VART
     if (src.vt == VT_NULL) return DISP_E_TYPEMISMATCH;
     Scalar s;
     if (FAILED(hr = ReadScalar(src, s))) return hr;
+    // Not a number and the infinities have no value outside the floating types.
+    if (IsNonFinite(s) && vt != VT_R4 && vt != VT_R8) return vt == VT_BSTR ? DISP_E_TYPEMISMATCH : DISP_E_OVERFLOW;
     VARIANT result;
     VariantInit(&result);
-    if (vt == VT_BSTR) {
+    if (vt == VT_BSTR && src.vt == VT_EMPTY) {
+        result.vt = VT_BSTR; // empty is the empty string, not "0"
+        result.bstrVal = SysAllocStringLen(u"", 0);
+    } else if (vt == VT_BSTR) {
         if (s.kind == Scalar::Text) return VariantCopy(dst, &src);
         std::u16string text = FormatScalar(s, flags & VARIANT_ALPHABOOL, src.vt);
         result.vt = VT_BSTR;

@@ -64,7 +64,12 @@ public:
     COleVariant(const VARIANT& v) { VariantInit(this); VariantCopy(this, &v); }
     COleVariant(const COleVariant& v) : COleVariant(static_cast<const VARIANT&>(v)) {}
     COleVariant(const char16_t* psz) { VariantInit(this); vt = VT_BSTR; bstrVal = SysAllocString(psz ? psz : u""); }
-    COleVariant(const CString& s) : COleVariant(s.GetString()) {}
+    COleVariant(const CString& s)
+    {
+        VariantInit(this);
+        vt = VT_BSTR;
+        bstrVal = SysAllocStringLen(s.GetString(), static_cast<UINT>(s.GetLength())); // NULs and all
+    }
     COleVariant(SHORT n, VARTYPE vtSrc = VT_I2);
     COleVariant(LONG n, VARTYPE vtSrc = VT_I4);
     COleVariant(double d) { VariantInit(this); vt = VT_R8; dblVal = d; }

@@ -83,6 +83,15 @@ void DispToVariant(LPDISPATCH value, VARTYPE vt, VARIANT* out);           // tak
 template <class T>
 using DispArgType = std::conditional_t<std::is_same_v<std::decay_t<T>, LPCTSTR>, CString, std::decay_t<T>>;
 
+// Stand-in: a parameter declared LPCTSTR reads its string up to the first NUL, so a BSTR holding a
+// NUL would arrive cut; it is refused instead, where the real framework passes it on silently short.
+template <class A>
+HRESULT DispCheckArg(const DispArgType<A>& value)
+{
+    if constexpr (std::is_same_v<std::decay_t<A>, LPCTSTR>) return value.Find(u'\0') >= 0 ? DISP_E_TYPEMISMATCH : S_OK;
+    else return S_OK;
+}
+
 // DISP_PROPERTY_EX: a property with a get and a set member.
 template <class C, class R, class A>
 DispEntry DispProperty(const char16_t* name, DISPID dispid, VARTYPE vt, R (C::*get)(), void (C::*set)(A))
@@ -95,6 +104,7 @@ DispEntry DispProperty(const char16_t* name, DISPID dispid, VARTYPE vt, R (C::*g
     e.put = [set, vt](CCmdTarget* t, const VARIANT& v) {
         DispArgType<A> value{};
         HRESULT hr = DispFromVariant(v, vt, value);
+        if (SUCCEEDED(hr)) hr = DispCheckArg<A>(value);
         if (SUCCEEDED(hr)) (static_cast<C*>(t)->*set)(value);
         return hr;
     };
@@ -109,6 +119,7 @@ HRESULT CallMember(C* self, R (C::*fn)(A...), const std::vector<VARTYPE>& types,
     std::tuple<DispArgType<A>...> values;
     HRESULT hr = S_OK;
     ((hr = SUCCEEDED(hr) ? DispFromVariant(args[I], types[I], std::get<I>(values)) : hr), ...);
+    ((hr = SUCCEEDED(hr) ? DispCheckArg<A>(std::get<I>(values)) : hr), ...);
     if (FAILED(hr)) return hr;
     if constexpr (std::is_void_v<R>) {
         (self->*fn)(std::get<I>(values)...);

@@ -25,6 +25,7 @@ HRESULT COleControl::Exchange(CPropExchange& px, BOOL fClearDirty)
 {
     DoPropExchange(&px);
     if (px.IsLoading()) {
+        if (m_hWnd) ::EnableWindow(m_hWnd, m_bEnabled); // a live window follows the loaded state
         SetModifiedFlag(FALSE);
         InvalidateControl();
     } else if (fClearDirty) {

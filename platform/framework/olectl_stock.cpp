@@ -19,6 +19,9 @@ void COleControl::SetEnabled(BOOL bEnabled)
 {
     m_bEnabled = bEnabled ? TRUE : FALSE;
     SetModifiedFlag();
+    // The window follows, so that a disabled control takes neither the focus nor input; this is
+    // what sends the WM_ENABLE the control hears.
+    if (m_hWnd) ::EnableWindow(m_hWnd, m_bEnabled);
     OnEnabledChanged();
 }
 

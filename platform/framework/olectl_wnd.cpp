@@ -66,7 +66,7 @@ HRESULT COleControl::InPlaceActivate(HWND hwndParent, LPCRECT rc)
 {
     if (m_hWnd) return S_OK;
     LPCTSTR cls = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursor(nullptr, IDC_ARROW));
-    DWORD style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN;
+    DWORD style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | (m_bEnabled ? 0 : WS_DISABLED);
     return CreateEx(0, cls, u"", style, *rc, CWnd::FromHandle(hwndParent), 0) ? S_OK : E_FAIL;
 }
 

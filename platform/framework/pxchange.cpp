@@ -78,7 +78,7 @@ BOOL CPropbagPropExchange::ExchangeProp(LPCTSTR name, VARTYPE vt, void* pv, cons
     return TRUE;
 }
 
-BOOL CPropbagPropExchange::ExchangePersistentProp(LPCTSTR name, LPUNKNOWN* ppUnk, REFIID, LPUNKNOWN pUnkDefault)
+BOOL CPropbagPropExchange::ExchangePersistentProp(LPCTSTR name, LPUNKNOWN* ppUnk, REFIID iid, LPUNKNOWN pUnkDefault)
 {
     COleVariant v;
     if (!m_bLoading) {
@@ -89,6 +89,12 @@ BOOL CPropbagPropExchange::ExchangePersistentProp(LPCTSTR name, LPUNKNOWN* ppUnk
     }
     v.vt = VT_UNKNOWN;
     if (FAILED(m_pBag->Read(name, &v, nullptr)) || v.vt != VT_UNKNOWN || !v.punkVal) {
+        SetUnknown(ppUnk, pUnkDefault);
+        return TRUE;
+    }
+    // An object of another kind (a picture where the font belongs) is no value for this property.
+    CComPtr<IUnknown> wanted;
+    if (FAILED(v.punkVal->QueryInterface(iid, reinterpret_cast<void**>(&wanted)))) {
         SetUnknown(ppUnk, pUnkDefault);
         return TRUE;
     }

@@ -112,7 +112,8 @@ Font::~Font()
 }
 
 constexpr size_t kMaxCachedFonts = 64;
-constexpr long kMaxPixelsPerEm = 2048;
+constexpr long kMaxPixelsPerEm = 32767;       // the largest height a font handle takes
+constexpr long kMaxCachedGlyphPixels = 256;   // per em: larger glyphs are drawn within the clip only
 
 std::shared_ptr<Font> Font::Realize(const LOGFONTW& lf)
 {
@@ -156,9 +157,9 @@ bool Font::Open(const std::string& strFile, int nIndex, const LOGFONTW& lf, bool
     long ppem = lf.lfHeight < 0 ? -lf.lfHeight
               : lf.lfHeight > 0 ? std::max<long>(1, (lf.lfHeight * upem + (winAscent + winDescent) / 2) / (winAscent + winDescent))
                                 : 16;
-    // Stand-in: glyphs are rasterised whole into memory, so sizes are held to a size that still
-    // fills any screen; GDI itself would draw a larger font in pieces.
     ppem = std::min<long>(ppem, kMaxPixelsPerEm);
+    m_bCacheGlyphs = ppem <= kMaxCachedGlyphPixels;
+    m_asciiAdvance.fill(-1);
     FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(ppem));
     m_tm.tmAscent = Scale(winAscent, ppem, upem);
     m_tm.tmDescent = Scale(winDescent, ppem, upem);
@@ -167,7 +168,7 @@ bool Font::Open(const std::string& strFile, int nIndex, const LOGFONTW& lf, bool
     long lineGap = face->height - (face->ascender - face->descender);
     long ext = lineGap - ((winAscent + winDescent) - (face->ascender - face->descender));
     m_tm.tmExternalLeading = ext > 0 ? Scale(ext, ppem, upem) : 0;
-    m_tm.tmAveCharWidth = os2 && os2->xAvgCharWidth ? Scale(os2->xAvgCharWidth, ppem, upem) : GetGlyph(U'x').nAdvance;
+    m_tm.tmAveCharWidth = os2 && os2->xAvgCharWidth ? Scale(os2->xAvgCharWidth, ppem, upem) : Advance(U'x');
     m_tm.tmMaxCharWidth = Scale(face->bbox.xMax - face->bbox.xMin, ppem, upem);
     m_tm.tmWeight = lf.lfWeight ? lf.lfWeight : FW_NORMAL;
     m_tm.tmDigitizedAspectX = m_tm.tmDigitizedAspectY = 96;
@@ -208,17 +209,85 @@ const Glyph& Font::GetGlyph(char32_t ch)
     return **pp;
 }
 
-void Font::Render(char32_t ch, Glyph* pg)
+bool Font::LoadOutline(char32_t ch)
 {
     FT_Face face = static_cast<FT_Face>(m_face);
     FT_UInt idx = FT_Get_Char_Index(face, ch);  // 0 draws the face's missing-glyph box
     if (FT_Load_Glyph(face, idx, FT_LOAD_DEFAULT | FT_LOAD_TARGET_MONO) != 0)
-        return;
+        return false;
     FT_GlyphSlot slot = face->glyph;
     if (m_bSynthBold && slot->format == FT_GLYPH_FORMAT_OUTLINE)
         FT_Outline_EmboldenXY(&slot->outline, 64, 0);  // one pixel wider, as GDI's simulated bold
     if (m_bSynthItalic)
         FT_GlyphSlot_Oblique(slot);
+    return true;
+}
+
+int Font::LoadAdvance(char32_t ch)
+{
+    if (!LoadOutline(ch))
+        return 0;
+    return static_cast<int>((static_cast<FT_Face>(m_face)->glyph->advance.x + 32) >> 6) + (m_bSynthBold ? 1 : 0);
+}
+
+int Font::Advance(char32_t ch)
+{
+    int* p = ch < 128 ? &m_asciiAdvance[ch] : nullptr;
+    if (p && *p >= 0)
+        return *p;
+    if (!p) {
+        auto it = m_otherAdvance.find(ch);
+        if (it != m_otherAdvance.end())
+            return it->second;
+    }
+    int n = LoadAdvance(ch);
+    if (p) *p = n;
+    else m_otherAdvance[ch] = n;
+    return n;
+}
+
+void Font::DrawClipped(const Target& t, char32_t ch, int x, int yBase, const RECT& clip, uint32_t px)
+{
+    FT_Face face = static_cast<FT_Face>(m_face);
+    if (!LoadOutline(ch) || face->glyph->format != FT_GLYPH_FORMAT_OUTLINE)
+        return;
+    FT_Outline& outline = face->glyph->outline;
+    FT_BBox box;
+    FT_Outline_Get_CBox(&outline, &box);
+    // The glyph's cell in whole pixels, as the monochrome renderer places its bitmap.
+    long long left = x + (box.xMin >> 6), right = x + ((box.xMax + 63) >> 6);
+    long long top = yBase - ((box.yMax + 63) >> 6), bottom = yBase - (box.yMin >> 6);
+    RECT v{static_cast<LONG>(std::max<long long>(left, clip.left)), static_cast<LONG>(std::max<long long>(top, clip.top)),
+           static_cast<LONG>(std::min<long long>(right, clip.right)), static_cast<LONG>(std::min<long long>(bottom, clip.bottom))};
+    if (v.right <= v.left || v.bottom <= v.top)
+        return;
+    int cx = v.right - v.left, cy = v.bottom - v.top, pitch = (cx + 7) / 8;
+    std::vector<unsigned char> bits(static_cast<size_t>(pitch) * cy, 0);
+    FT_Bitmap bm{};
+    bm.rows = static_cast<unsigned>(cy);
+    bm.width = static_cast<unsigned>(cx);
+    bm.pitch = pitch;
+    bm.buffer = bits.data();
+    bm.num_grays = 2;
+    bm.pixel_mode = FT_PIXEL_MODE_MONO;
+    // Whole-pixel shifts put the visible part at the bitmap's origin, its bottom-left with y up.
+    FT_Outline_Translate(&outline, static_cast<FT_Pos>(x - v.left) * 64, static_cast<FT_Pos>(v.bottom - yBase) * 64);
+    if (FT_Outline_Get_Bitmap(Library(), &outline, &bm) != 0)
+        return;
+    for (int row = 0; row < cy; ++row) {
+        uint32_t* dst = t.pbm->Row(v.top + row);
+        const unsigned char* src = bits.data() + static_cast<size_t>(row) * pitch;
+        for (int col = 0; col < cx; ++col)
+            if ((src[col >> 3] >> (7 - (col & 7))) & 1)
+                dst[v.left + col] = px;
+    }
+}
+
+void Font::Render(char32_t ch, Glyph* pg)
+{
+    if (!LoadOutline(ch))
+        return;
+    FT_GlyphSlot slot = static_cast<FT_Face>(m_face)->glyph;
     pg->nAdvance = static_cast<int>((slot->advance.x + 32) >> 6) + (m_bSynthBold ? 1 : 0);
     if (FT_Render_Glyph(slot, FT_RENDER_MODE_MONO) != 0)
         return;

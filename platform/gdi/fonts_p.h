@@ -23,7 +23,14 @@ public:
     ~Font();
     static std::shared_ptr<Font> Realize(const LOGFONTW& lf);
 
+    // The pen's advance over the character: measuring needs no bitmap.
+    int Advance(char32_t ch);
+    // Small glyphs are rasterised once and kept; a font too large for that draws each glyph
+    // afresh, and only the part of it within the clip (DrawClipped).
+    bool CachesGlyphs() const { return m_bCacheGlyphs; }
     const Glyph& GetGlyph(char32_t ch);
+    // Draws the character with its pen position at (x, yBase), rasterising only what lies within clip.
+    void DrawClipped(const Target& t, char32_t ch, int x, int yBase, const RECT& clip, uint32_t px);
     const TEXTMETRICW& Metrics() const { return m_tm; }
     const std::string& File() const { return m_strFile; }
     bool Underline() const { return m_bUnderline; }
@@ -37,12 +44,17 @@ private:
     Font() = default;
     bool Open(const std::string& strFile, int nIndex, const LOGFONTW& lf, bool bFileBold, bool bFileItalic);
     void Render(char32_t ch, Glyph* pg);
+    bool LoadOutline(char32_t ch);  // into the face's glyph slot, with synthetic bold and italic applied
+    int LoadAdvance(char32_t ch);
 
     void* m_face = nullptr;  // FT_Face, kept opaque here so FreeType stays out of the other files
     std::string m_strFile;
     TEXTMETRICW m_tm{};
     bool m_bSynthBold = false, m_bSynthItalic = false, m_bUnderline = false, m_bStrikeOut = false;
     int m_nUnderlinePos = 1, m_nUnderlineSize = 1, m_nStrikeOutPos = 3, m_nStrikeOutSize = 1;
+    bool m_bCacheGlyphs = true;
+    std::array<int, 128> m_asciiAdvance;
+    std::unordered_map<char32_t, int> m_otherAdvance;
     std::array<std::unique_ptr<Glyph>, 128> m_ascii;
     std::unordered_map<char32_t, std::unique_ptr<Glyph>> m_others;
 };

@@ -56,20 +56,25 @@ bool DecodePng(png_image* pimg, Image* pOut)
 // A DIB: BITMAPINFOHEADER, colour table, bits (1, 4, 8, 24 or 32 bits, uncompressed or 32-bit bitfields).
 // For an icon, nRows is the image's own height (the header counts the AND mask too) and the AND mask
 // that follows the image goes to *pMask.
+constexpr long long kMaxDibSide = 16384;
+
 bool DecodeDib(const Bytes& b, size_t at, size_t bitsAt, bool bIcon, Image* pOut, std::vector<uint8_t>* pMask)
 {
     uint32_t nHeader = U32(b, at);
-    int cx = static_cast<int>(U32(b, at + 4)), cyRaw = static_cast<int>(U32(b, at + 8));
+    // The height is signed (negative for top-down rows); its size is taken in 64 bits, since the
+    // most negative height has no positive counterpart in 32.
+    long long cx = static_cast<int32_t>(U32(b, at + 4)), cyRaw = static_cast<int32_t>(U32(b, at + 8));
     int nBits = static_cast<int>(U16(b, at + 14));
     uint32_t nCompression = U32(b, at + 16), nUsed = U32(b, at + 32);
     bool bTopDown = cyRaw < 0;
-    int cy = bTopDown ? -cyRaw : cyRaw;
+    long long cyWide = bTopDown ? -cyRaw : cyRaw;
     if (bIcon)
-        cy /= 2;
-    if (nHeader < 40 || cx <= 0 || cy <= 0 || cx > 16384 || cy > 16384 ||
+        cyWide /= 2;
+    if (nHeader < 40 || cx <= 0 || cyWide <= 0 || cx > kMaxDibSide || cyWide > kMaxDibSide ||
         (nCompression != 0 && !(nCompression == 3 && nBits == 32)) ||
         (nBits != 1 && nBits != 4 && nBits != 8 && nBits != 24 && nBits != 32))
         return false;
+    const int cy = static_cast<int>(cyWide);
     size_t nColors = nBits <= 8 ? (nUsed ? nUsed : (1u << nBits)) : 0;
     size_t palAt = at + nHeader + (nCompression == 3 && nHeader == 40 ? 12 : 0);
     if (bitsAt == 0)
@@ -78,7 +83,7 @@ bool DecodeDib(const Bytes& b, size_t at, size_t bitsAt, bool bIcon, Image* pOut
     size_t nMaskStride = ((static_cast<size_t>(cx) + 31) / 32) * 4;
     if (bitsAt + nStride * cy + (bIcon ? nMaskStride * cy : 0) > b.size())
         return false;
-    pOut->cx = cx;
+    pOut->cx = static_cast<int>(cx);
     pOut->cy = cy;
     pOut->px.assign(static_cast<size_t>(cx) * cy, 0);
     pOut->alpha.assign(static_cast<size_t>(cx) * cy, 255);

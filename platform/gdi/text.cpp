@@ -1,4 +1,6 @@
 // Text output and measuring (TextOut, ExtTextOut, GetTextExtentPoint32, GetTextMetrics) over the realised fonts.
+#include <algorithm>
+#include <climits>
 #include "gdi/fonts_p.h"
 #include "gdi/raster_p.h"
 
@@ -19,10 +21,10 @@ void DecodeUtf16(const char16_t* p, int n, std::vector<char32_t>* pOut)
 
 int MeasureRun(Font* pf, const char32_t* p, size_t n)
 {
-    int cx = 0;
+    long long cx = 0;
     for (size_t i = 0; i < n; ++i)
-        cx += pf->GetGlyph(p[i]).nAdvance;  // no kerning, as TextOut does not kern
-    return cx;
+        cx += pf->Advance(p[i]);  // no kerning, as TextOut does not kern
+    return static_cast<int>(std::min<long long>(cx, INT_MAX)); // a long run of huge glyphs
 }
 
 void DrawRun(const Target& t, Font* pf, int x, int y, const char32_t* p, size_t n, uint32_t px, const RECT& rcClip,
@@ -33,7 +35,14 @@ void DrawRun(const Target& t, Font* pf, int x, int y, const char32_t* p, size_t 
         return;
     int yBase = y + pf->Metrics().tmAscent;
     int xPen = x;
-    for (size_t i = 0; i < n; ++i) {
+    // Past the clip's right edge by more than a glyph can reach back, nothing more shows.
+    const long long xEnd = static_cast<long long>(clip.right) + pf->Metrics().tmMaxCharWidth;
+    for (size_t i = 0; i < n && (pdx || xPen <= xEnd); ++i) {
+        if (!pf->CachesGlyphs()) {
+            pf->DrawClipped(t, p[i], xPen, yBase, clip, px);
+            xPen += pdx ? pdx[i] : pf->Advance(p[i]);
+            continue;
+        }
         const Glyph& g = pf->GetGlyph(p[i]);
         int gx = xPen + g.nLeft, gy = yBase - g.nTop;
         int y0 = std::max<int>(gy, clip.top), y1 = std::min<int>(gy + g.cy, clip.bottom);

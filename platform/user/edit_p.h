@@ -1,5 +1,6 @@
 // Internal state of an EDIT window, shared by its message handling and its view.
 #pragma once
+#include <vector>
 #include "edit_model.h"
 #include "editctl.h"
 #include "wndobj.h"
@@ -16,6 +17,14 @@ struct EditState : ClassData {
     int nScroll = 0;             // pixels of text scrolled out on the left
     bool bDragging = false;
     bool bModified = false;
+    // The shown text's x of every boundary from its start, kept across changes: a change redoes
+    // only what follows the first character that differs, so that a caret move or a one-character
+    // change does not measure the whole text again.
+    struct Widths {
+        std::u16string text;
+        HFONT hFont = nullptr;
+        std::vector<int> xs{0};
+    } widths;
 };
 
 EditState* EditOf(HWND hwnd);

@@ -73,7 +73,17 @@ void InsertText(EditState* e, std::u16string s)
             r.replace(e->m.SelStart(), e->m.SelEnd() - e->m.SelStart(), t);
             return r;
         };
-        while (!s.empty() && !EditFits(e, with(s))) { s.pop_back(); cut = true; }
+        if (!s.empty() && !EditFits(e, with(s))) {
+            // The longest start of s that fits, by halves: widths only grow with more characters.
+            size_t lo = 0, hi = s.size() - 1;
+            while (lo < hi) {
+                size_t mid = (lo + hi + 1) / 2;
+                if (EditFits(e, with(s.substr(0, mid)))) lo = mid;
+                else hi = mid - 1;
+            }
+            s.resize(lo);
+            cut = true;
+        }
     }
     if (cut) Notify(e->hwnd, EN_MAXTEXT);
     if ((e = EditOf(e->hwnd)) && e->m.ReplaceSel(s)) Changed(e, true);
@@ -330,6 +340,7 @@ LRESULT CALLBACK EditWndProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
     case WM_SETFONT:
         // Stand-in: the margins stay as they are; the real control resets them from the font.
         e->hFont = (HFONT)wParam;
+        e->widths = {}; // a handle may come back for another font once its first one is deleted
         if (GetFocus() == hWnd) OnSetFocus(e);
         EditScrollToCaret(e);
         if (LOWORD(lParam)) InvalidateRect(hWnd, nullptr, TRUE);

@@ -1,6 +1,7 @@
 // The EDIT window's view: text measured and drawn through GDI in the window's font, horizontal
 // scrolling, the caret, the selection highlight and the colours asked of the parent.
 #include <algorithm>
+#include <cstring>
 #include "base/colors.h"
 #include "edit_p.h"
 #include "gdi/wingdi.h"
@@ -38,6 +39,48 @@ int Extent(HDC hdc, const std::u16string& s, int n)
     return sz.cx;
 }
 
+bool IsHighSurrogate(char16_t c) { return c >= 0xD800 && c < 0xDC00; }
+
+size_t CommonPrefix(const std::u16string& a, const std::u16string& b)
+{
+    // Block by block first, which the library compares many characters at a time.
+    constexpr size_t kBlock = 256;
+    size_t n = std::min(a.size(), b.size()), i = 0;
+    while (i + kBlock <= n && std::memcmp(a.data() + i, b.data() + i, kBlock * sizeof(char16_t)) == 0) i += kBlock;
+    while (i < n && a[i] == b[i]) ++i;
+    // A boundary inside a surrogate pair measures differently once the pair is whole.
+    if (i > 0 && IsHighSurrogate(a[i - 1])) --i;
+    return i;
+}
+
+// The x of every boundary of the shown text, brought up to date from the first changed character.
+const std::vector<int>& Widths(EditState* e)
+{
+    EditState::Widths& w = e->widths;
+    std::u16string masked;
+    if (e->chPassword) masked = Shown(e);
+    const std::u16string& s = e->chPassword ? masked : e->m.text;
+    size_t keep = w.hFont == e->hFont ? CommonPrefix(w.text, s) : 0;
+    if (keep == s.size() && keep == w.text.size()) return w.xs;
+    w.xs.resize(keep + 1);
+    MeasureDC dc(e);
+    for (size_t i = keep; i < s.size(); ++i) {
+        // One character at a time, a pair whole, on the width of what comes before: no kerning.
+        int n = IsHighSurrogate(s[i]) && i + 1 < s.size() ? 2 : 1;
+        SIZE one{0, 0}, pair{0, 0};
+        GetTextExtentPoint32(dc.hdc, s.data() + i, 1, &one);
+        w.xs.push_back(w.xs[i] + one.cx);
+        if (n == 2) {
+            GetTextExtentPoint32(dc.hdc, s.data() + i, 2, &pair);
+            w.xs.push_back(w.xs[i] + pair.cx);
+            ++i;
+        }
+    }
+    w.text = s;
+    w.hFont = e->hFont;
+    return w.xs;
+}
+
 int FormatWidth(const EditState* e)
 {
     RECT rc{};
@@ -49,22 +92,17 @@ int FormatWidth(const EditState* e)
 
 int EditTextX(EditState* e, int nPos)
 {
-    MeasureDC dc(e);
-    return e->nLeftMargin - e->nScroll + Extent(dc.hdc, Shown(e), std::clamp(nPos, 0, e->m.Length()));
+    const std::vector<int>& xs = Widths(e);
+    return e->nLeftMargin - e->nScroll + xs[std::clamp<size_t>(nPos, 0, xs.size() - 1)];
 }
 
 int EditPosFromX(EditState* e, int x)
 {
-    MeasureDC dc(e);
-    std::u16string s = Shown(e);
+    const std::vector<int>& xs = Widths(e);
     int target = x - e->nLeftMargin + e->nScroll;
-    int prev = 0;
-    for (int i = 1; i <= (int)s.size(); ++i) {
-        int cur = Extent(dc.hdc, s, i);
-        if (target < (prev + cur) / 2) return i - 1;
-        prev = cur;
-    }
-    return (int)s.size();
+    for (size_t i = 1; i < xs.size(); ++i)
+        if (target < (xs[i - 1] + xs[i]) / 2) return (int)i - 1;
+    return (int)xs.size() - 1;
 }
 
 int EditTextHeight(EditState* e)
@@ -85,15 +123,14 @@ bool EditFits(EditState* e, const std::u16string& text)
 void EditScrollToCaret(EditState* e)
 {
     if (!(GetWindowLongPtr(e->hwnd, GWL_STYLE) & ES_AUTOHSCROLL)) { e->nScroll = 0; return; }
-    MeasureDC dc(e);
-    std::u16string s = Shown(e);
-    int caret = Extent(dc.hdc, s, e->m.nCaret), total = Extent(dc.hdc, s, (int)s.size());
+    const std::vector<int>& xs = Widths(e);
+    int caret = xs[std::clamp<size_t>(e->m.nCaret, 0, xs.size() - 1)], total = xs.back();
     int width = FormatWidth(e);
     if (caret < e->nScroll) e->nScroll = caret;
     else if (caret >= e->nScroll + width) e->nScroll = caret - width + 1;
     // No blank space is kept on the right while text lies scrolled out on the left.
     e->nScroll = std::max(0, std::min(e->nScroll, total - width + 1));
-    EditPlaceCaret(e);
+    if (GetFocus() == e->hwnd) SetCaretPos(e->nLeftMargin - e->nScroll + caret, 0); // as EditPlaceCaret, measured once
 }
 
 void EditPlaceCaret(EditState* e)

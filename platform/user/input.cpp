@@ -61,8 +61,8 @@ bool IsDoubleClick(const InputEvent& e, HWND target)
     Wnd* w = FromHandle(target);
     if (!w || !(w->pClass->wc.style & CS_DBLCLKS) || !s.bHaveClick) return false;
     return s.hwndClick == target && s.nClickButton == e.nButton && e.dwTime - s.dwClickTime < kDoubleClickTime &&
-           std::abs(e.pt.x - s.ptClick.x) <= GetSystemMetrics(SM_CXDOUBLECLK) / 2 &&
-           std::abs(e.pt.y - s.ptClick.y) <= GetSystemMetrics(SM_CYDOUBLECLK) / 2;
+           std::llabs(static_cast<long long>(e.pt.x) - s.ptClick.x) <= GetSystemMetrics(SM_CXDOUBLECLK) / 2 &&
+           std::llabs(static_cast<long long>(e.pt.y) - s.ptClick.y) <= GetSystemMetrics(SM_CYDOUBLECLK) / 2;
 }
 
 void NoteClick(const InputEvent& e, HWND target, bool bDouble)

@@ -162,15 +162,20 @@ int PumpMessages()
 
 BOOL GetNextTimerDue(DWORD* pdwDue) { return pdwDue && EarliestTimer(pdwDue); }
 
+// Tick counts wrap, so a due time is told from the ticks still to go, counted from where the
+// advance began: an advance may be any DWORD, half the range and more included.
 void AdvanceClock(DWORD dwMilliseconds)
 {
-    DWORD target = S().dwNow + dwMilliseconds;
+    DWORD start = S().dwNow;
     PumpMessages();
     DWORD due;
-    while (EarliestTimer(&due) && (LONG)(due - target) <= 0) {
-        if ((LONG)(due - S().dwNow) > 0) S().dwNow = due;
+    while (EarliestTimer(&due)) {
+        DWORD gone = S().dwNow - start;
+        DWORD ahead = (LONG)(due - S().dwNow) > 0 ? due - S().dwNow : 0; // overdue ones are due now
+        if (static_cast<unsigned long long>(gone) + ahead > dwMilliseconds) break;
+        S().dwNow += ahead;
         PumpMessages();
     }
-    S().dwNow = target;
+    S().dwNow = start + dwMilliseconds;
     PumpMessages();
 }

@@ -42,11 +42,18 @@ int MonitorIndex(HMONITOR h)
 
 HMONITOR MonitorHandle(int i) { return reinterpret_cast<HMONITOR>(kMonitorBase + (uintptr_t)i); }
 
+int VirtualWidth(const Screen& s) { return s.nWidth * s.nMonitors; } // held within kMaxScreenSide
+
 } // namespace
 
-void SetVirtualScreen(int nWidth, int nHeight, int nMonitors)
+BOOL SetVirtualScreen(int nWidth, int nHeight, int nMonitors)
 {
-    Scr() = Screen{nWidth > 0 ? nWidth : 1, nHeight > 0 ? nHeight : 1, nMonitors > 0 ? nMonitors : 1};
+    // The whole virtual screen must be addressable by the 16-bit halves of a mouse message.
+    if (nWidth < 1 || nHeight < 1 || nMonitors < 1 || nHeight > kMaxScreenSide ||
+        static_cast<long long>(nWidth) * nMonitors > kMaxScreenSide)
+        return FALSE;
+    Scr() = Screen{nWidth, nHeight, nMonitors};
+    return TRUE;
 }
 
 int GetSystemMetrics(int nIndex)
@@ -65,7 +72,7 @@ int GetSystemMetrics(int nIndex)
     case SM_SWAPBUTTON: return 0;
     case SM_MOUSEWHEELPRESENT: return 1;
     case SM_XVIRTUALSCREEN: case SM_YVIRTUALSCREEN: return 0;
-    case SM_CXVIRTUALSCREEN: return s.nWidth * s.nMonitors;
+    case SM_CXVIRTUALSCREEN: return VirtualWidth(s);
     case SM_CYVIRTUALSCREEN: return s.nHeight;
     case SM_CMONITORS: return s.nMonitors;
     default: return 0;
@@ -82,7 +89,7 @@ BOOL SystemParametersInfo(UINT uiAction, UINT, void* pvParam, UINT)
 HMONITOR MonitorFromPoint(POINT pt, DWORD dwFlags)
 {
     const Screen& s = Scr();
-    bool inside = pt.x >= 0 && pt.y >= 0 && pt.x < s.nWidth * s.nMonitors && pt.y < s.nHeight;
+    bool inside = pt.x >= 0 && pt.y >= 0 && pt.x < VirtualWidth(s) && pt.y < s.nHeight;
     if (inside) return MonitorHandle(pt.x / s.nWidth);
     if (dwFlags == MONITOR_DEFAULTTONULL) return nullptr;
     if (dwFlags == MONITOR_DEFAULTTOPRIMARY) return MonitorHandle(0);

@@ -27,7 +27,10 @@ size_t GlobalSize(HGLOBAL hMem);
 
 // Stand-in: the virtual screen, nMonitors monitors of nWidth x nHeight side by side, the first one
 // primary at the origin. The work area is the whole monitor (there is no task bar).
-void SetVirtualScreen(int nWidth, int nHeight, int nMonitors = 1);
+// FALSE, with the screen unchanged, for sizes under 1 or a virtual screen wider or taller than
+// kMaxScreenSide (the reach of a mouse message's 16-bit coordinates).
+inline constexpr int kMaxScreenSide = 32767;
+BOOL SetVirtualScreen(int nWidth, int nHeight, int nMonitors = 1);
 
 // Stand-in: every MessageBeep is counted and handed to the hook, if one is set.
 using BeepHook = std::function<void(UINT uType)>;

@@ -102,7 +102,7 @@ HWND CreateWindowEx(DWORD dwExStyle, LPCTSTR lpClassName, LPCTSTR lpWindowName, 
     // Stand-in: CW_USEDEFAULT gives the origin and an empty size.
     if (x == CW_USEDEFAULT) x = y = 0;
     if (nWidth == CW_USEDEFAULT) nWidth = nHeight = 0;
-    RECT rc{x, y, x + std::max(nWidth, 0), y + std::max(nHeight, 0)};
+    RECT rc{x, y, SaturateLong(static_cast<long long>(x) + std::max(nWidth, 0)), SaturateLong(static_cast<long long>(y) + std::max(nHeight, 0))};
     HWND hwnd = NewWindow(cls, dwExStyle, lpWindowName, dwStyle, rc, hWndParent, hMenu)->hwnd;
 
     CREATESTRUCT cs{lpParam, hInstance, hMenu, hWndParent, nHeight, nWidth, y, x, (LONG)dwStyle,

@@ -39,12 +39,12 @@ HWND RootOf(HWND hwnd)
 
 POINT ClientOrigin(const Wnd* w)
 {
-    POINT pt{0, 0};
+    long long x = 0, y = 0;
     for (; w; w = IsTopLevel(w) ? nullptr : FromHandle(w->hwndParent)) {
-        pt.x += w->rc.left;
-        pt.y += w->rc.top;
+        x += w->rc.left;
+        y += w->rc.top;
     }
-    return pt;
+    return POINT{SaturateLong(x), SaturateLong(y)};
 }
 
 bool IsVisibleChain(const Wnd* w)

@@ -62,8 +62,11 @@ UINT ApplyPos(Wnd* w, WINDOWPOS& wp)
     UINT flags = wp.flags;
     RECT old = w->rc;
     RECT rc = old;
-    if (!(flags & SWP_NOMOVE)) { rc.right += wp.x - rc.left; rc.bottom += wp.y - rc.top; rc.left = wp.x; rc.top = wp.y; }
-    if (!(flags & SWP_NOSIZE)) { rc.right = rc.left + std::max(wp.cx, 0); rc.bottom = rc.top + std::max(wp.cy, 0); }
+    long long cx = static_cast<long long>(rc.right) - rc.left, cy = static_cast<long long>(rc.bottom) - rc.top;
+    if (!(flags & SWP_NOMOVE)) { rc.left = wp.x; rc.top = wp.y; }
+    if (!(flags & SWP_NOSIZE)) { cx = std::max(wp.cx, 0); cy = std::max(wp.cy, 0); }
+    rc.right = SaturateLong(rc.left + cx);
+    rc.bottom = SaturateLong(rc.top + cy);
     w->rc = rc;
     bool moved = rc.left != old.left || rc.top != old.top;
     bool sized = rc.right - rc.left != old.right - old.left || rc.bottom - rc.top != old.bottom - old.top;
@@ -178,7 +181,8 @@ BOOL GetWindowRect(HWND hWnd, RECT* lpRect)
     Wnd* w = CheckedHandle(hWnd);
     if (!w || !lpRect) return FALSE;
     POINT o = ClientOrigin(w);
-    *lpRect = RECT{o.x, o.y, o.x + (w->rc.right - w->rc.left), o.y + (w->rc.bottom - w->rc.top)};
+    *lpRect = RECT{o.x, o.y, SaturateLong(static_cast<long long>(o.x) + w->rc.right - w->rc.left),
+                   SaturateLong(static_cast<long long>(o.y) + w->rc.bottom - w->rc.top)};
     return TRUE;
 }
 
@@ -195,8 +199,8 @@ BOOL ScreenToClient(HWND hWnd, POINT* lpPoint)
     Wnd* w = CheckedHandle(hWnd);
     if (!w || !lpPoint) return FALSE;
     POINT o = ClientOrigin(w);
-    lpPoint->x -= o.x;
-    lpPoint->y -= o.y;
+    lpPoint->x = SaturateLong(static_cast<long long>(lpPoint->x) - o.x);
+    lpPoint->y = SaturateLong(static_cast<long long>(lpPoint->y) - o.y);
     return TRUE;
 }
 
@@ -205,8 +209,8 @@ BOOL ClientToScreen(HWND hWnd, POINT* lpPoint)
     Wnd* w = CheckedHandle(hWnd);
     if (!w || !lpPoint) return FALSE;
     POINT o = ClientOrigin(w);
-    lpPoint->x += o.x;
-    lpPoint->y += o.y;
+    lpPoint->x = SaturateLong(static_cast<long long>(lpPoint->x) + o.x);
+    lpPoint->y = SaturateLong(static_cast<long long>(lpPoint->y) + o.y);
     return TRUE;
 }
 
@@ -214,8 +218,11 @@ int MapWindowPoints(HWND hWndFrom, HWND hWndTo, POINT* lpPoints, UINT cPoints)
 {
     POINT from = hWndFrom && FromHandle(hWndFrom) ? ClientOrigin(FromHandle(hWndFrom)) : POINT{0, 0};
     POINT to = hWndTo && FromHandle(hWndTo) ? ClientOrigin(FromHandle(hWndTo)) : POINT{0, 0};
-    LONG dx = from.x - to.x, dy = from.y - to.y;
-    for (UINT i = 0; i < cPoints; ++i) { lpPoints[i].x += dx; lpPoints[i].y += dy; }
+    long long dx = static_cast<long long>(from.x) - to.x, dy = static_cast<long long>(from.y) - to.y;
+    for (UINT i = 0; i < cPoints; ++i) {
+        lpPoints[i].x = SaturateLong(lpPoints[i].x + dx);
+        lpPoints[i].y = SaturateLong(lpPoints[i].y + dy);
+    }
     return MAKELONG(dx, dy);
 }
 
@@ -262,7 +269,7 @@ HWND ChildWindowFromPoint(HWND hWndParent, POINT Point)
     for (HWND h : w->children) {
         RECT rcChild{};
         GetWindowRect(h, &rcChild);
-        if (PtInRect(&rcChild, POINT{Point.x + o.x, Point.y + o.y})) return h;
+        if (PtInRect(&rcChild, POINT{SaturateLong(static_cast<long long>(Point.x) + o.x), SaturateLong(static_cast<long long>(Point.y) + o.y)})) return h;
     }
     return hWndParent;
 }

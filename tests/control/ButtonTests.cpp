@@ -185,13 +185,20 @@ TEST_F(Buttons, DoubleClickOnASpinButtonIsASecondPress)
                     "MouseDown 1 0 110 20", "DblClick", "MouseUp 1 0 110 20"}, TakeWithoutMoves());
 }
 
-TEST_F(Buttons, DisabledControlsHaveNoButtons)
+// A disabled control's window is disabled too: the mouse goes past it to the form, so neither the
+// buttons nor the stock mouse events hear the press.
+TEST_F(Buttons, DisabledControlsHearNoMouse)
 {
     CControlSite* q = WithButtons();
     Put(q, u"Enabled", COleVariant(SHORT(0), VT_BOOL));
     m_host.Pump();
+    EXPECT_FALSE(::IsWindowEnabled(q->Window()));
     TakeLog();
     Press(q, 110, 5);
     Release(q, 110, 5);
-    ExpectSequence({"MouseDown 1 0 110 5", "MouseUp 1 0 110 5", "Click"}, TakeWithoutMoves());
+    ExpectSequence({}, TakeWithoutMoves());
+    Put(q, u"Enabled", COleVariant(SHORT(1), VT_BOOL));
+    Press(q, 110, 5);
+    Release(q, 110, 5);
+    ExpectSequence({"ClickSpin 0", "MouseDown 1 0 110 5", "MouseUp 1 0 110 5", "Click"}, TakeWithoutMoves());
 }

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 #include <vector>
+#include "ScriptArgs.h"
 #include "ScriptBinding.h"
 #include "ScriptHost.h"
 #include "ScriptObjects.h"
@@ -20,10 +21,11 @@ CControlSite* SiteOf(duk_context* ctx, duk_idx_t idx)
     return static_cast<CControlSite*>(GetHiddenPointer(ctx, idx, kSiteKey));
 }
 
-const DispEntry* FindMember(CControlSite* site, const char* name)
+// The member of that whole name: one with a NUL in it names none.
+const DispEntry* FindMember(CControlSite* site, const CString& name)
 {
     const CDispatchMap* map = site ? site->DispatchInfo() : nullptr;
-    return map ? map->FindByName(CString(FromUtf8(name))) : nullptr;
+    return map && name.Find(u'\0') < 0 ? map->FindByName(name) : nullptr;
 }
 
 duk_ret_t UnknownMember(duk_context* ctx, CControlSite* site, const std::string& name)
@@ -76,8 +78,7 @@ duk_ret_t GetBody(duk_context* ctx)
         duk_get_prop(ctx, 0);
         return 1;
     }
-    const char* name = duk_get_string(ctx, 1);
-    if (const DispEntry* entry = FindMember(site, name)) {
+    if (const DispEntry* entry = FindMember(site, ScriptString(ctx, 1))) {
         if (entry->flags & DISPATCH_METHOD) {
             PushMethod(ctx, site, entry);
             return 1;
@@ -88,8 +89,11 @@ duk_ret_t GetBody(duk_context* ctx)
         PushVariant(ctx, value);
         return 1;
     }
-    if (duk_has_prop_string(ctx, 0, name)) {
-        duk_get_prop_string(ctx, 0, name);
+    const char* name = duk_get_string(ctx, 1);
+    duk_dup(ctx, 1);
+    if (duk_has_prop(ctx, 0)) { // the whole key, NULs and all
+        duk_dup(ctx, 1);
+        duk_get_prop(ctx, 0);
         return 1;
     }
     // Asked by the language itself when it turns the object into a primitive or text.
@@ -102,7 +106,7 @@ duk_ret_t SetBody(duk_context* ctx)
 {
     CControlSite* site = SiteOf(ctx, 0);
     std::string name = duk_is_symbol(ctx, 1) ? "(symbol)" : duk_get_string(ctx, 1);
-    const DispEntry* entry = FindMember(site, name.c_str());
+    const DispEntry* entry = duk_is_symbol(ctx, 1) ? nullptr : FindMember(site, ScriptString(ctx, 1));
     if (!entry) return UnknownMember(ctx, site, name);
     if (entry->flags & DISPATCH_METHOD)
         return PushScriptError(ctx, "'" + ToUtf8(entry->name) + "' is a method and cannot be assigned");

@@ -2,6 +2,7 @@
 // by name through IDispatch, and the reference it holds released when the script drops the object.
 #include <string>
 #include <string_view>
+#include "ScriptArgs.h"
 #include "ScriptBinding.h"
 #include "ScriptObjects.h"
 #include "ScriptValues.h"
@@ -14,9 +15,9 @@ IDispatch* TargetDispatch(duk_context* ctx, duk_idx_t idx)
     return static_cast<IDispatch*>(GetHiddenPointer(ctx, idx, kDispatchKey));
 }
 
-HRESULT IdOfName(IDispatch* p, const char* name, DISPID& id)
+HRESULT IdOfName(IDispatch* p, const CString& wide, DISPID& id)
 {
-    CString wide(FromUtf8(name));
+    if (wide.Find(u'\0') >= 0) return DISP_E_UNKNOWNNAME; // the name would arrive cut
     LPCOLESTR names[] = {wide.GetString()};
     return p->GetIDsOfNames(IID_NULL, names, 1, 0, &id);
 }
@@ -37,17 +38,19 @@ duk_ret_t GetBody(duk_context* ctx)
         duk_get_prop(ctx, 0);
         return 1;
     }
-    const char* name = duk_get_string(ctx, 1);
     DISPID id = DISPID_UNKNOWN;
-    if (SUCCEEDED(IdOfName(p, name, id))) {
+    if (SUCCEEDED(IdOfName(p, ScriptString(ctx, 1), id))) {
         COleVariant value;
         HRESULT hr = InvokeProperty(p, id, DISPATCH_PROPERTYGET, nullptr, &value);
-        if (FAILED(hr)) return PushDispatchError(ctx, "reading", CString(FromUtf8(name)), hr);
+        if (FAILED(hr)) return PushDispatchError(ctx, "reading", ScriptString(ctx, 1), hr);
         PushVariant(ctx, value);
         return 1;
     }
-    if (duk_has_prop_string(ctx, 0, name)) {
-        duk_get_prop_string(ctx, 0, name);
+    const char* name = duk_get_string(ctx, 1);
+    duk_dup(ctx, 1);
+    if (duk_has_prop(ctx, 0)) { // the whole key, NULs and all
+        duk_dup(ctx, 1);
+        duk_get_prop(ctx, 0);
         return 1;
     }
     if (std::string_view(name) == "valueOf" || std::string_view(name) == "toJSON") return 0;
@@ -60,7 +63,7 @@ duk_ret_t SetBody(duk_context* ctx)
     IDispatch* p = TargetDispatch(ctx, 0);
     std::string name = duk_is_symbol(ctx, 1) ? "(symbol)" : duk_get_string(ctx, 1);
     DISPID id = DISPID_UNKNOWN;
-    if (FAILED(IdOfName(p, name.c_str(), id))) return PushScriptError(ctx, "unknown property '" + name + "'");
+    if (duk_is_symbol(ctx, 1) || FAILED(IdOfName(p, ScriptString(ctx, 1), id))) return PushScriptError(ctx, "unknown property '" + name + "'");
     COleVariant value;
     if (!ToVariant(ctx, 2, value))
         return PushScriptError(ctx, "'" + name + "' cannot be set to " + ScriptTypeName(ctx, 2));

@@ -1,21 +1,15 @@
 // The script object of a form: controls are created on it, new or loaded from a property bag's text.
 #include <algorithm>
 #include <string>
+#include "ScriptArgs.h"
 #include "ScriptBinding.h"
 #include "ScriptHost.h"
 #include "ScriptObjects.h"
+#include "com/propbag.h"
 #include "user/winuser.h"
 
 namespace {
 const char kFormKey[] = DUK_HIDDEN_SYMBOL("form");
-
-// x, y, w, h from the arguments starting at first, in the form's client coordinates.
-RECT RectArgs(duk_context* ctx, duk_idx_t first)
-{
-    int x = duk_require_int(ctx, first), y = duk_require_int(ctx, first + 1);
-    int w = duk_require_int(ctx, first + 2), h = duk_require_int(ctx, first + 3);
-    return RECT{x, y, x + w, y + h};
-}
 
 CForm* ThisForm(duk_context* ctx)
 {
@@ -40,26 +34,32 @@ duk_ret_t Made(duk_context* ctx, CControlSite* site, HRESULT hr, const char* wha
 // form.create(progID, x, y, w, h): a new control, reset to its defaults.
 duk_ret_t CreateBody(duk_context* ctx)
 {
-    const char* progID = duk_require_string(ctx, 0);
-    RECT rc = RectArgs(ctx, 1);
+    std::string progID;
+    RECT rc;
+    if (!RequireName(ctx, 0, "create", "the ProgID", progID) || !RequireRect(ctx, 1, "create", rc)) return kThrow;
     CForm* form = ThisForm(ctx);
     if (!form) return PushScriptError(ctx, "create: not called on a form");
     HRESULT hr = E_FAIL;
     CControlSite* site = form->Create(CString(FromUtf8(progID)), rc, &hr);
-    return Made(ctx, site, hr, "create", progID);
+    return Made(ctx, site, hr, "create", progID.c_str());
 }
 
 // form.load(progID, bagText, x, y, w, h): a control loaded from saved text ("" is an empty bag).
 duk_ret_t LoadBody(duk_context* ctx)
 {
-    const char* progID = duk_require_string(ctx, 0);
-    const char* bag = duk_require_string(ctx, 1);
-    RECT rc = RectArgs(ctx, 2);
+    std::string progID;
+    CString bag, damage;
+    RECT rc;
+    if (!RequireName(ctx, 0, "load", "the ProgID", progID) || !RequireText(ctx, 1, bag) || !RequireRect(ctx, 2, "load", rc))
+        return kThrow;
     CForm* form = ThisForm(ctx);
     if (!form) return PushScriptError(ctx, "load: not called on a form");
+    CComPtr<IPropertyBag> check;
+    if (FAILED(CreateTextPropertyBag(bag, &check, &damage)))
+        return PushScriptError(ctx, "load: the saved text is damaged at " + ToUtf8(damage));
     HRESULT hr = E_FAIL;
-    CControlSite* site = form->Load(CString(FromUtf8(progID)), CString(FromUtf8(bag)), rc, &hr);
-    return Made(ctx, site, hr, "load", progID);
+    CControlSite* site = form->Load(CString(FromUtf8(progID)), bag, rc, &hr);
+    return Made(ctx, site, hr, "load", progID.c_str());
 }
 // form.snapshot(path): the part of the screen the form covers, as PNG.
 duk_ret_t SnapshotBody(duk_context* ctx)

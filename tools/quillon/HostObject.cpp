@@ -1,6 +1,7 @@
 // The global host object: forms, the ambient UserMode, persistence, the host's notifications and
 // its answer to file dialogs.
 #include <string>
+#include "ScriptArgs.h"
 #include "ScriptBinding.h"
 #include "ScriptHost.h"
 #include "ScriptObjects.h"
@@ -11,9 +12,9 @@ const char kHostHandlersKey[] = DUK_HIDDEN_SYMBOL("hostHandlers");
 
 duk_ret_t FormBody(duk_context* ctx)
 {
-    int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1);
-    int w = duk_require_int(ctx, 2), h = duk_require_int(ctx, 3);
-    PushFormObject(ctx, ScriptHostOf(ctx).Host().NewForm(RECT{x, y, x + w, y + h}));
+    RECT rc;
+    if (!RequireRect(ctx, 0, "form", rc)) return kThrow;
+    PushFormObject(ctx, ScriptHostOf(ctx).Host().NewForm(rc));
     return 1;
 }
 
@@ -29,8 +30,7 @@ duk_ret_t SaveBody(duk_context* ctx)
 {
     CControlSite* site = ControlArg(ctx, "save");
     if (!site) return kThrow;
-    std::string text = ToUtf8(site->Save(TRUE));
-    duk_push_lstring(ctx, text.data(), text.size());
+    PushScriptString(ctx, site->Save(TRUE));
     return 1;
 }
 
@@ -188,7 +188,7 @@ bool AskFileDialog(duk_context* ctx, const char* kind, const CString& initialNam
 {
     CScriptHost& host = ScriptHostOf(ctx);
     if (host.HasHandlerError()) return false;
-    FileDialogCall call{kind, ToUtf8(initialName)};
+    FileDialogCall call{kind, ToCesu8(initialName)};
     duk_safe_call(ctx, &AskFileDialogSafely, &call, 0, 2);
     bool failed = duk_get_boolean_default(ctx, -1, false);
     duk_pop(ctx);
@@ -197,8 +197,13 @@ bool AskFileDialog(duk_context* ctx, const char* kind, const CString& initialNam
         return false;
     }
     bool chosen = duk_is_string(ctx, -1);
-    if (chosen) path = CString(FromUtf8(duk_get_string(ctx, -1)));
+    if (chosen) path = ScriptString(ctx, -1);
     duk_pop(ctx);
+    if (chosen && path.Find(u'\0') >= 0) {
+        PushScriptError(ctx, "fileDialog: the path must not contain a NUL character");
+        host.HoldHandlerError();
+        return false;
+    }
     return chosen;
 }
 

@@ -3,6 +3,7 @@
 #include <strings.h>
 #include <string>
 #include <vector>
+#include "ScriptArgs.h"
 #include "ScriptBinding.h"
 #include "ScriptHost.h"
 #include "ScriptObjects.h"
@@ -14,10 +15,15 @@ CHost& HostOf(duk_context* ctx) { return ScriptHostOf(ctx).Host(); }
 // host.screen(width, height, monitors): the virtual screen; 1024 x 768 on one monitor by default.
 duk_ret_t ScreenBody(duk_context* ctx)
 {
-    int w = duk_get_top(ctx) > 0 ? duk_require_int(ctx, 0) : 1024;
-    int h = duk_get_top(ctx) > 1 ? duk_require_int(ctx, 1) : 768;
-    int monitors = duk_get_top(ctx) > 2 ? duk_require_int(ctx, 2) : 1;
-    HostOf(ctx).Screen(w, h, monitors);
+    int w = 1024, h = 768, monitors = 1;
+    duk_idx_t n = duk_get_top(ctx);
+    if ((n > 0 && !RequireInt(ctx, 0, "screen", "width", 1, kMaxExtent, w)) ||
+        (n > 1 && !RequireInt(ctx, 1, "screen", "height", 1, kMaxExtent, h)) ||
+        (n > 2 && !RequireInt(ctx, 2, "screen", "monitors", 1, kMaxExtent, monitors)))
+        return kThrow;
+    if (!HostOf(ctx).Screen(w, h, monitors))
+        return PushScriptError(ctx, "screen: the monitors side by side must be at most " + std::to_string(kMaxExtent) +
+                                        " pixels wide");
     return 0;
 }
 
@@ -45,9 +51,10 @@ duk_ret_t LostKeysError(duk_context* ctx, const char* call)
 
 duk_ret_t TypeBody(duk_context* ctx)
 {
-    const char* text = duk_require_string(ctx, 0);
+    CString text;
+    if (!RequireText(ctx, 0, text)) return kThrow;
     if (KeysWouldBeLost(ctx)) return LostKeysError(ctx, "host.type");
-    HostOf(ctx).Type(CString(FromUtf8(text)));
+    HostOf(ctx).Type(text);
     return 0;
 }
 
@@ -70,38 +77,50 @@ bool OptionFlag(duk_context* ctx, const char* name)
 // host.key(name, {shift, ctrl}): one key down and up, with the modifiers held around it.
 duk_ret_t KeyBody(duk_context* ctx)
 {
-    const char* name = duk_require_string(ctx, 0);
+    std::string name;
+    if (!RequireName(ctx, 0, "key", "the key's name", name)) return kThrow;
     bool shift = OptionFlag(ctx, "shift"), ctrl = OptionFlag(ctx, "ctrl");
     std::vector<std::string> names;
     for (const NamedKey& key : kKeys) {
         names.push_back(key.name);
-        if (strcasecmp(key.name, name) != 0) continue;
+        if (strcasecmp(key.name, name.c_str()) != 0) continue;
         if (KeysWouldBeLost(ctx)) return LostKeysError(ctx, "host.key");
         HostOf(ctx).Key(key.vk, shift, ctrl);
         return 0;
     }
-    return PushScriptError(ctx, "unknown key '" + std::string(name) + "'" + DidYouMean(name, names));
+    return PushScriptError(ctx, "unknown key '" + name + "'" + DidYouMean(name, names));
 }
 
-template <void (CHost::*Fn)(int, int, int)>
+constexpr char kPress[] = "press", kRelease[] = "release", kMove[] = "move", kClick[] = "click", kDblClick[] = "dblclick";
+
+// The screen point of a mouse call.
+bool PointArgs(duk_context* ctx, const char* function, int& x, int& y)
+{
+    return RequireCoordinate(ctx, 0, function, "x", x) && RequireCoordinate(ctx, 1, function, "y", y);
+}
+
+template <void (CHost::*Fn)(int, int, int), const char* Name>
 duk_ret_t ButtonBody(duk_context* ctx)
 {
-    int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1);
+    int x, y;
+    if (!PointArgs(ctx, Name, x, y)) return kThrow;
     (HostOf(ctx).*Fn)(x, y, VK_LBUTTON);
     return 0;
 }
 
-template <void (CHost::*Fn)(int, int)>
+template <void (CHost::*Fn)(int, int), const char* Name>
 duk_ret_t PointBody(duk_context* ctx)
 {
-    int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1);
+    int x, y;
+    if (!PointArgs(ctx, Name, x, y)) return kThrow;
     (HostOf(ctx).*Fn)(x, y);
     return 0;
 }
 
 duk_ret_t WheelBody(duk_context* ctx)
 {
-    int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1), delta = duk_require_int(ctx, 2);
+    int x, y, delta;
+    if (!PointArgs(ctx, "wheel", x, y) || !RequireInt(ctx, 2, "wheel", "delta", -32768, 32767, delta)) return kThrow;
     HostOf(ctx).Wheel(x, y, delta);
     return 0;
 }
@@ -123,7 +142,8 @@ duk_ret_t PumpBody(duk_context* ctx)
 // host.pixel(x, y): the composed screen's COLORREF 0x00BBGGRR.
 duk_ret_t PixelBody(duk_context* ctx)
 {
-    int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1);
+    int x, y;
+    if (!PointArgs(ctx, "pixel", x, y)) return kThrow;
     int w = ::GetSystemMetrics(SM_CXVIRTUALSCREEN), h = ::GetSystemMetrics(SM_CYVIRTUALSCREEN);
     if (x < 0 || y < 0 || x >= w || y >= h)
         return PushScriptError(ctx, "host.pixel: (" + std::to_string(x) + ", " + std::to_string(y) + ") is outside the " +
@@ -135,15 +155,13 @@ duk_ret_t PixelBody(duk_context* ctx)
 // host.snapshot(path) or host.snapshot(path, x, y, w, h): the composed screen as PNG.
 duk_ret_t SnapshotBody(duk_context* ctx)
 {
-    const char* path = duk_require_string(ctx, 0);
+    std::string path, reason;
+    if (!RequireName(ctx, 0, "snapshot", "the path", path)) return kThrow;
     bool part = duk_get_top(ctx) > 1;
     RECT area{};
-    if (part) {
-        int x = duk_require_int(ctx, 1), y = duk_require_int(ctx, 2);
-        area = RECT{x, y, x + duk_require_int(ctx, 3), y + duk_require_int(ctx, 4)};
-    }
-    if (!HostOf(ctx).Snapshot(path, part ? &area : nullptr))
-        return PushScriptError(ctx, "snapshot: cannot write '" + std::string(path) + "'");
+    if (part && !RequireRect(ctx, 1, "snapshot", area)) return kThrow;
+    if (!HostOf(ctx).Snapshot(path.c_str(), part ? &area : nullptr, &reason))
+        return PushScriptError(ctx, "snapshot: " + reason);
     return 0;
 }
 
@@ -151,8 +169,8 @@ duk_ret_t SnapshotBody(duk_context* ctx)
 // later pixels and snapshots until host.thaw().
 duk_ret_t FreezeBody(duk_context* ctx)
 {
-    int x = duk_require_int(ctx, 0), y = duk_require_int(ctx, 1);
-    RECT area{x, y, x + duk_require_int(ctx, 2), y + duk_require_int(ctx, 3)};
+    RECT area;
+    if (!RequireRect(ctx, 0, "freeze", area)) return kThrow;
     if (!HostOf(ctx).Freeze(area)) return PushScriptError(ctx, "freeze: the area must be non-empty");
     return 0;
 }
@@ -173,9 +191,9 @@ duk_ret_t SysColorBody(duk_context* ctx)
 
 duk_ret_t LoadPictureBody(duk_context* ctx)
 {
-    const char* path = duk_require_string(ctx, 0);
-    std::string reason;
-    IPictureDisp* picture = HostOf(ctx).LoadPicture(path, &reason);
+    std::string path, reason;
+    if (!RequireName(ctx, 0, "loadPicture", "the path", path)) return kThrow;
+    IPictureDisp* picture = HostOf(ctx).LoadPicture(path.c_str(), &reason);
     if (!picture) return PushScriptError(ctx, "loadPicture: " + reason);
     PushDispatch(ctx, picture);
     picture->Release(); // the script object holds its own reference
@@ -211,11 +229,11 @@ void AddWindowCalls(duk_context* ctx, duk_idx_t host)
     PutCall(ctx, host, "focus", &Guarded<FocusBody>, kFocusCall);
     PutCall(ctx, host, "type", &Guarded<TypeBody>, kTypeCall);
     PutCall(ctx, host, "key", &Guarded<KeyBody>, kKeyCall);
-    PutCall(ctx, host, "press", &Guarded<ButtonBody<&CHost::Press>>, kPressCall);
-    PutCall(ctx, host, "release", &Guarded<ButtonBody<&CHost::Release>>, kReleaseCall);
-    PutCall(ctx, host, "move", &Guarded<PointBody<&CHost::Move>>, kMoveCall);
-    PutCall(ctx, host, "click", &Guarded<PointBody<&CHost::Click>>, kClickCall);
-    PutCall(ctx, host, "dblclick", &Guarded<PointBody<&CHost::DblClick>>, kDblClickCall);
+    PutCall(ctx, host, "press", &Guarded<ButtonBody<&CHost::Press, kPress>>, kPressCall);
+    PutCall(ctx, host, "release", &Guarded<ButtonBody<&CHost::Release, kRelease>>, kReleaseCall);
+    PutCall(ctx, host, "move", &Guarded<PointBody<&CHost::Move, kMove>>, kMoveCall);
+    PutCall(ctx, host, "click", &Guarded<PointBody<&CHost::Click, kClick>>, kClickCall);
+    PutCall(ctx, host, "dblclick", &Guarded<PointBody<&CHost::DblClick, kDblClick>>, kDblClickCall);
     PutCall(ctx, host, "wheel", &Guarded<WheelBody>, kWheelCall);
     PutCall(ctx, host, "advance", &Guarded<AdvanceBody>, kAdvanceCall);
     PutCall(ctx, host, "pump", &Guarded<PumpBody>, kPumpCall);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include "ScriptArgs.h"
 #include "ScriptBinding.h"
 #include "ScriptObjects.h"
 
@@ -31,9 +32,7 @@ duk_ret_t PrintBody(duk_context* ctx)
     duk_push_string(ctx, " ");
     duk_insert(ctx, 0);
     duk_join(ctx, n);
-    duk_size_t len = 0;
-    const char* text = duk_get_lstring(ctx, -1, &len);
-    ScriptHostOf(ctx).Print(std::string(text, len));
+    ScriptHostOf(ctx).Print(ScriptStringUtf8(ctx, -1)); // the terminal reads UTF-8, not the engine's form
     return 0;
 }
 
@@ -213,7 +212,10 @@ bool CScriptHost::Run(const std::string& source, const std::string& fileName)
         m_strError = fileName + ":" + std::to_string(1 + std::count(source.begin(), source.begin() + static_cast<long>(bad), '\n')) + what;
         return false;
     }
-    duk_push_lstring(m_ctx, source.data(), source.size());
+    // A character outside the BMP written in the file becomes the surrogate pair the engine's own
+    // strings hold, so that it compares equal to the same text coming back from the control.
+    std::string cesu = ToCesu8(CString(FromUtf8(source)));
+    duk_push_lstring(m_ctx, cesu.data(), cesu.size());
     duk_push_lstring(m_ctx, fileName.data(), fileName.size());
     bool ok = duk_pcompile(m_ctx, 0) == DUK_EXEC_SUCCESS && duk_pcall(m_ctx, 0) == DUK_EXEC_SUCCESS;
     if (!ok) m_strError = Describe(-1);
@@ -235,6 +237,7 @@ void CScriptHost::HoldHandlerError()
         duk_put_prop_string(m_ctx, -2, kHeldErrorKey);
         duk_pop(m_ctx);
         m_bHandlerError = true;
+        m_host.EndCall(); // the error ends the call that raised it, after the current message
     }
     duk_pop(m_ctx);
 }

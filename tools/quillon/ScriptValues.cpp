@@ -1,15 +1,12 @@
 // Script values to VARIANTs and back, by-reference arguments as {value: n} objects.
 #include "ScriptValues.h"
 #include <cmath>
+#include "ScriptArgs.h"
 #include "ScriptBinding.h"
 #include "ScriptObjects.h"
 
 namespace {
-void PushString(duk_context* ctx, const CString& s)
-{
-    std::string utf8 = ToUtf8(s);
-    duk_push_lstring(ctx, utf8.data(), utf8.size());
-}
+void PushString(duk_context* ctx, const CString& s) { PushScriptString(ctx, s); }
 
 // Types the control does not hand out itself, through the coercions automation defines.
 void PushOther(duk_context* ctx, const VARIANT& v)
@@ -102,9 +99,7 @@ bool ToVariant(duk_context* ctx, duk_idx_t idx, COleVariant& out)
         return true;
     case DUK_TYPE_NUMBER: FromNumber(duk_get_number(ctx, idx), out); return true;
     case DUK_TYPE_STRING: {
-        duk_size_t len = 0;
-        const char* s = duk_get_lstring(ctx, idx, &len);
-        out = COleVariant(CString(FromUtf8(std::string_view(s, len))));
+        out = COleVariant(ScriptString(ctx, idx));
         return true;
     }
     case DUK_TYPE_OBJECT: return FromObject(ctx, idx, out);

@@ -137,6 +137,20 @@ TEST_F(GdiImages, BmpFilesReadBottomUpWithPalettes)
     EXPECT_EQ(px[4], 0x0000FFu);
     DeleteObject(hbm);
 
+    // Heights are signed: -2 reads the rows top-down; the most negative height is refused, not negated.
+    constexpr size_t kHeightAt = 14 + 8;
+    auto withHeight = [&](uint32_t cy) {
+        std::vector<uint8_t> f = file;
+        for (int k = 0; k < 4; ++k) f[kHeightAt + k] = static_cast<uint8_t>(cy >> (8 * k));
+        WriteFile(strPath, f);
+        return LoadBitmapFile(strPath.c_str());
+    };
+    hbm = withHeight(static_cast<uint32_t>(-2));
+    ASSERT_NE(hbm, nullptr);
+    EXPECT_EQ(GdiBitmapPixels(hbm)[0], 0xFF0000u);  // the first row in the file is now the top row
+    DeleteObject(hbm);
+    EXPECT_EQ(withHeight(0x80000000u), nullptr);
+
     file[0] = 'X';
     WriteFile(strPath, file);
     EXPECT_EQ(LoadBitmapFile(strPath.c_str()), nullptr);

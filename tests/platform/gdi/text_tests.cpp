@@ -219,3 +219,53 @@ TEST_F(GdiText, DrawTextIsLoggedWithItsFlags)
                                    "TextOut 1,2 \"\xc3\xa9\" #123456",
                                }));
 }
+
+// Glyphs too large to keep are rasterised within the clip only: what a clip lets through must be
+// exactly what the whole drawing has there, and the whole drawing must sit where the metrics say.
+TEST_F(GdiText, HugeGlyphsDrawWithinTheClipAsTheyWouldWhole)
+{
+    constexpr int kEm = 600, kSide = 700;
+    HFONT hFont = MakeFont(u"Arial", -kEm);
+    Canvas whole(kSide, kSide), part(kSide, kSide);
+    const RECT clip{150, 200, 330, 224};
+    TEXTMETRICW tm{};
+    SIZE ext{};
+    {
+        Selected a(whole.dc(), hFont), b(part.dc(), hFont);
+        GetTextMetrics(whole.dc(), &tm);
+        ext = Extent(whole.dc(), u"H");
+        TextOut(whole.dc(), 0, 0, u"H", 1);
+        ExtTextOut(part.dc(), 0, 0, ETO_CLIPPED, &clip, u"H", 1, nullptr);
+    }
+    RECT ink = Ink(whole, kSide, kSide);
+    EXPECT_GT(ink.left, 0);
+    EXPECT_LE(ink.right, ext.cx);
+    EXPECT_EQ(ink.bottom, tm.tmAscent);                     // "H" stands on the baseline
+    EXPECT_NEAR(ink.bottom - ink.top, kEm * 1409.0 / 2048, 2); // its cap height in Liberation Sans
+    int differ = 0, inked = 0;
+    for (int y = 0; y < kSide; ++y)
+        for (int x = 0; x < kSide; ++x) {
+            POINT pt{x, y};
+            COLORREF want = PtInRect(&clip, pt) ? whole.At(x, y) : kWhite;
+            differ += part.At(x, y) != want;
+            inked += PtInRect(&clip, pt) && want == kBlack;
+        }
+    EXPECT_EQ(differ, 0);
+    EXPECT_GT(inked, 0); // the clip crosses a stem
+    DeleteObject(hFont);
+}
+
+// The largest font a handle takes measures and draws on a small face without rasterising whole glyphs.
+TEST_F(GdiText, LargestFontMeasuresAndDrawsOnASmallFace)
+{
+    HFONT hFont = MakeFont(u"Arial", -32767);
+    Canvas c(180, 24);
+    {
+        Selected font(c.dc(), hFont);
+        SIZE ext = Extent(c.dc(), u"Hi");
+        EXPECT_GT(ext.cx, 32767 / 2);
+        TextOut(c.dc(), -3000, -10000, u"Hi", 2); // the left stem of the H covers the face
+    }
+    EXPECT_EQ(c.Count(kBlack), 180 * 24);
+    DeleteObject(hFont);
+}

@@ -282,3 +282,64 @@ TEST_F(EditTest, PaintAsksTheParentForColoursAndHighlightsTheSelection)
     L().hooks.erase(form);
     DeleteObject(hbr);
 }
+
+// The edit keeps the x of every boundary across changes and redoes only what follows the first
+// changed character: after any change, a font or a password character, each boundary must still
+// lie where measuring its whole prefix puts it.
+TEST_F(EditTest, BoundariesFollowEveryChangeOfTextFontAndEcho)
+{
+    LOGFONTW lf{};
+    lf.lfHeight = -20;
+    HFONT big = CreateFontIndirect(&lf);
+    auto expectBoundaries = [this](HFONT font, const std::u16string& shown, const char* when) {
+        HDC dc = CreateCompatibleDC(nullptr);
+        HGDIOBJ old = font ? SelectObject(dc, font) : nullptr;
+        for (int pos = 0; pos <= (int)shown.size(); ++pos) {
+            SIZE sz{0, 0};
+            if (pos) GetTextExtentPoint32(dc, shown.data(), pos, &sz);
+            EXPECT_EQ(XOf(pos) - XOf(0), sz.cx) << when << ", boundary " << pos;
+        }
+        if (old) SelectObject(dc, old);
+        DeleteDC(dc);
+    };
+    const std::u16string texts[] = {u"abcdef", u"abXdef", u"Wbcdefgh", u"a\U0001F600bc", u"a\U0001F600", u"a"};
+    for (const std::u16string& t : texts) {
+        SetWindowText(edit, t.c_str());
+        expectBoundaries(nullptr, t, "text");
+    }
+    SendMessage(edit, WM_SETFONT, (WPARAM)big, FALSE);
+    SetWindowText(edit, u"abcdef");
+    expectBoundaries(big, u"abcdef", "font");
+    SendMessage(edit, EM_SETPASSWORDCHAR, u'*', 0);
+    expectBoundaries(big, u"******", "echo");
+    SendMessage(edit, EM_SETPASSWORDCHAR, 0, 0);
+    SendMessage(edit, WM_SETFONT, 0, FALSE);
+    DeleteObject(big);
+}
+
+// Without ES_AUTOHSCROLL a paste keeps the longest start that fits the width, and says it cut.
+TEST_F(EditTest, APasteIntoAFixedEditKeepsWhatFits)
+{
+    HWND fixed = Make("fixed", WS_CHILD | WS_VISIBLE, 10, 40, 120, 20, form, WC_EDIT, 211);
+    std::u16string text(500, u'm');
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(char16_t));
+    std::copy(text.c_str(), text.c_str() + text.size() + 1, static_cast<char16_t*>(GlobalLock(h)));
+    GlobalUnlock(h);
+    SetClipboardData(CF_UNICODETEXT, h);
+    CloseClipboard();
+    SendMessage(fixed, WM_PASTE, 0, 0);
+    char16_t buf[600];
+    int n = GetWindowText(fixed, buf, 600);
+    RECT rc;
+    GetClientRect(fixed, &rc);
+    int x = GET_X_LPARAM(SendMessage(fixed, EM_POSFROMCHAR, n - 1, 0));
+    SIZE one{};
+    HDC dc = CreateCompatibleDC(nullptr);
+    GetTextExtentPoint32(dc, u"m", 1, &one);
+    DeleteDC(dc);
+    EXPECT_GT(n, 0);
+    EXPECT_LE(x + one.cx, rc.right) << "the last character kept fits";
+    EXPECT_GT(x + 2 * one.cx, rc.right) << "one more would not";
+}

@@ -105,3 +105,47 @@ TEST_F(UserTest, MetricsFollowTheVirtualScreen)
     EXPECT_EQ(beeps, (std::vector<UINT>{MB_ICONEXCLAMATION, MB_OK}));
     EXPECT_EQ(GetMessageBeepCount(), 2);
 }
+
+// Tick counts wrap: an advance of half the range or more still reaches the timers due within it.
+TEST_F(UserTest, LongAdvancesDeliverTheTimersDueWithinThem)
+{
+    HWND w = Make("w", 0, 0, 0, 10, 10);
+    std::vector<DWORD> fired;
+    L().hooks[w] = [&](HWND, UINT m, WPARAM, LPARAM, LRESULT*) {
+        if (m == WM_TIMER) fired.push_back(GetTickCount());
+        return m == WM_TIMER;
+    };
+    const DWORD start = GetTickCount(), period = USER_TIMER_MAXIMUM;
+    SetTimer(w, 1, period, nullptr);
+    AdvanceClock(0x80000000u + 5);
+    EXPECT_EQ(fired, (std::vector<DWORD>{start + period}));
+    fired.clear();
+    AdvanceClock(0xFFFFFFFFu); // the clock wraps during the advance
+    EXPECT_EQ(fired, (std::vector<DWORD>{start + 2 * period, start + 3 * period}));
+    EXPECT_EQ(GetTickCount(), start + 0x80000000u + 5 + 0xFFFFFFFFu);
+    DestroyWindow(w);
+}
+
+// Screens that cannot be are refused, and sums of far-apart coordinates do not wrap.
+TEST_F(UserTest, ImpossibleScreensAndFarCoordinates)
+{
+    EXPECT_FALSE(SetVirtualScreen(0, 0, 0));
+    EXPECT_FALSE(SetVirtualScreen(-800, 600, 1));
+    EXPECT_FALSE(SetVirtualScreen(1024, 768, 2147483647));
+    EXPECT_FALSE(SetVirtualScreen(100000, 100000, 1));
+    EXPECT_EQ(GetSystemMetrics(SM_CXVIRTUALSCREEN), 1024) << "a refused screen changes nothing";
+    EXPECT_TRUE(SetVirtualScreen(16000, 900, 2));
+    EXPECT_EQ(GetSystemMetrics(SM_CXVIRTUALSCREEN), 32000);
+
+    HWND w = Make("w", 0, 2147483000, 10, 1000, 10);
+    RECT rc;
+    GetWindowRect(w, &rc);
+    EXPECT_EQ(rc.right, 2147483647) << "held to the range";
+    POINT pt{-2147483647 - 1, 5};
+    ScreenToClient(w, &pt);
+    EXPECT_EQ(pt.x, -2147483647 - 1);
+    pt = POINT{2147483647, 5};
+    ClientToScreen(w, &pt);
+    EXPECT_EQ(pt.x, 2147483647);
+    DestroyWindow(w);
+}
