@@ -58,23 +58,27 @@ duk_ret_t OnBody(duk_context* ctx)
     return 0;
 }
 
-duk_ret_t GetUserMode(duk_context* ctx)
+// A yes-or-no setting of the host as a property of the host object: userMode, showPropertyFrame.
+template <BOOL CHost::*Flag>
+duk_ret_t GetHostFlag(duk_context* ctx)
 {
-    duk_push_boolean(ctx, ScriptHostOf(ctx).Host().m_bUserMode);
+    duk_push_boolean(ctx, ScriptHostOf(ctx).Host().*Flag);
     return 1;
 }
 
-duk_ret_t SetUserMode(duk_context* ctx)
+template <BOOL CHost::*Flag>
+duk_ret_t SetHostFlag(duk_context* ctx)
 {
-    ScriptHostOf(ctx).Host().m_bUserMode = duk_to_boolean(ctx, 0) ? TRUE : FALSE;
+    ScriptHostOf(ctx).Host().*Flag = duk_to_boolean(ctx, 0) ? TRUE : FALSE;
     return 0;
 }
 
-void DefineUserMode(duk_context* ctx)
+template <BOOL CHost::*Flag>
+void DefineHostFlag(duk_context* ctx, const char* name)
 {
-    duk_push_string(ctx, "userMode");
-    duk_push_c_function(ctx, &GetUserMode, 0);
-    duk_push_c_function(ctx, &SetUserMode, 1);
+    duk_push_string(ctx, name);
+    duk_push_c_function(ctx, &GetHostFlag<Flag>, 0);
+    duk_push_c_function(ctx, &SetHostFlag<Flag>, 1);
     duk_def_prop(ctx, -4, DUK_DEFPROP_HAVE_GETTER | DUK_DEFPROP_HAVE_SETTER | DUK_DEFPROP_SET_ENUMERABLE);
 }
 
@@ -119,27 +123,6 @@ bool PushHostHandler(duk_context* ctx, const char* name)
     duk_pop(ctx);
     duk_push_undefined(ctx);
     return false;
-}
-
-// host.showPropertyFrame: the site shows the control's pages in a frame of the host's own.
-duk_ret_t GetShowPropertyFrame(duk_context* ctx)
-{
-    duk_push_boolean(ctx, ScriptHostOf(ctx).Host().m_bShowPropertyFrame);
-    return 1;
-}
-
-duk_ret_t SetShowPropertyFrame(duk_context* ctx)
-{
-    ScriptHostOf(ctx).Host().m_bShowPropertyFrame = duk_to_boolean(ctx, 0) ? TRUE : FALSE;
-    return 0;
-}
-
-void DefineShowPropertyFrame(duk_context* ctx)
-{
-    duk_push_string(ctx, "showPropertyFrame");
-    duk_push_c_function(ctx, &GetShowPropertyFrame, 0);
-    duk_push_c_function(ctx, &SetShowPropertyFrame, 1);
-    duk_def_prop(ctx, -4, DUK_DEFPROP_HAVE_GETTER | DUK_DEFPROP_HAVE_SETTER | DUK_DEFPROP_SET_ENUMERABLE);
 }
 
 // [] -> [undefined or error]: the Dialog handler with the dialog's object; without one, nothing.
@@ -256,9 +239,10 @@ void PushHostObject(duk_context* ctx)
     PutCall(ctx, -1, "save", &Guarded<SaveBody>, kSaveCall);
     PutCall(ctx, -1, "isDirty", &Guarded<IsDirtyBody>, kIsDirtyCall);
     PutCall(ctx, -1, "on", &Guarded<OnBody>, kOnCall);
-    DefineUserMode(ctx);
+    DefineHostFlag<&CHost::m_bUserMode>(ctx, "userMode");
     DefineFileDialog(ctx);
-    DefineShowPropertyFrame(ctx);
+    // showPropertyFrame: the site shows the control's pages in a frame of the host's own.
+    DefineHostFlag<&CHost::m_bShowPropertyFrame>(ctx, "showPropertyFrame");
     AddWindowCalls(ctx, -1);
     MakeStrict(ctx, "host");
 }
