@@ -1,7 +1,8 @@
-// HKEY_CLASSES_ROOT as a tree of keys in memory, its handles, and its .reg text.
+// HKEY_CLASSES_ROOT as a tree of keys in memory, and the handles of its open keys.
 #include "winreg.h"
 #include <cassert>
 #include <cstring>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <vector>

@@ -36,16 +36,22 @@ bool WriteEntries(const std::vector<RegEntry>& entries)
     return true;
 }
 
+// The module's full path; false when it cannot be had whole.
+bool ModulePath(HINSTANCE hInstance, std::u16string& path)
+{
+    OLECHAR file[kPathBuffer];
+    DWORD n = GetModuleFileName(hInstance, file, kPathBuffer);
+    if (n == 0 || n == kPathBuffer) return false;
+    path = file;
+    return true;
+}
+
 bool ModuleStrings(HINSTANCE hInstance, UINT idTypeName, std::u16string& typeName, std::u16string& path)
 {
     OLECHAR name[kTypeNameBuffer];
-    OLECHAR file[kPathBuffer];
     if (LoadString(hInstance, idTypeName, name, kTypeNameBuffer) == 0) return false;
-    DWORD n = GetModuleFileName(hInstance, file, kPathBuffer);
-    if (n == 0 || n == kPathBuffer) return false;
     typeName = name;
-    path = file;
-    return true;
+    return ModulePath(hInstance, path);
 }
 
 // The class key, its type name and its server.
@@ -104,11 +110,10 @@ BOOL AfxOleUnregisterClass(REFCLSID clsid, LPCTSTR pszProgID)
 
 BOOL AfxOleRegisterTypeLib(HINSTANCE hInstance, REFGUID tlid, LPCTSTR pszFileName, LPCTSTR pszHelpDir)
 {
-    OLECHAR file[kPathBuffer];
+    std::u16string file;
     if (!pszFileName) {
-        DWORD n = GetModuleFileName(hInstance, file, kPathBuffer);
-        if (n == 0 || n == kPathBuffer) return FALSE;
-        pszFileName = file;
+        if (!ModulePath(hInstance, file)) return FALSE;
+        pszFileName = file.c_str();
     }
     CComPtr<ITypeLib> lib;
     if (FAILED(LoadTypeLib(pszFileName, &lib))) return FALSE;
