@@ -7,6 +7,8 @@ const char* const kUsage =
     "       quillon view [SCRIPT.js] [--scale N] [--snapshot FILE] [--latency]\n"
     "                                                   try the script's forms (or a showcase) by hand in a window\n"
     "       quillon typelib [--markdown]                print the control's type library as ODL text\n"
+    "       quillon register [--registry FILE]          register the control's module, printing the keys written\n"
+    "       quillon unregister [--registry FILE]        unregister it, printing the keys removed\n"
     "       quillon help [COMMAND]                      this summary, or the help of one command\n"
     "       quillon --version                           the program's version\n"
     "The script API is described in docs/scripting.md; examples/ holds scripts to start from.\n";
@@ -48,6 +50,15 @@ const char kTypelibHelp[] =
     "with their dispatch ids and types, the events of _DQuillonEvents and the coclass. With --markdown\n"
     "the text comes inside the page docs/control.md is made of.\n";
 
+const char kRegisterHelp[] =
+    "usage: quillon register [--registry FILE]\n"
+    "       quillon unregister [--registry FILE]\n"
+    "\n"
+    "Runs the module's DllRegisterServer (the type library, the classes of the control and its pages,\n"
+    "the safety categories) or DllUnregisterServer, and prints the registry keys written or removed as\n"
+    ".reg text. Without --registry the program's registry starts empty and is gone when it ends; with\n"
+    "it, the registry is read from FILE (when it exists) and written back to it.\n";
+
 const char kHelpHelp[] =
     "usage: quillon help [COMMAND]\n"
     "\n"
@@ -60,6 +71,7 @@ const char* CommandHelp(const std::string& command)
     if (command == "demo") return kDemoHelp;
     if (command == "view") return kViewHelp;
     if (command == "typelib") return kTypelibHelp;
+    if (command == "register" || command == "unregister") return kRegisterHelp;
     if (command == "help") return kHelpHelp;
     return nullptr;
 }

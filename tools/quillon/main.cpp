@@ -16,6 +16,7 @@
 #include <unistd.h>
 #include <duktape.h>
 #include "Help.h"
+#include "Registration.h"
 #include "TypeLibText.h"
 #include "ScriptBinding.h"
 #include "ScriptHost.h"
@@ -76,6 +77,25 @@ int TypeLib(int argc, char** argv)
     std::fputs(TypeLibAsOdl(lib.Get()).c_str(), stdout);
     if (bMarkdown) std::fputs("```\n", stdout);
     return 0;
+}
+
+// quillon register|unregister [--registry FILE]: what the module wrote or removed, as .reg text.
+int Registration(int argc, char** argv)
+{
+    const std::string command = argv[1];
+    std::string file;
+    for (int i = 2; i < argc; ++i) {
+        const std::string arg = argv[i];
+        if (IsHelp(arg)) return Help(command);
+        if (arg == "--registry" && i + 1 < argc) file = argv[++i];
+        else return Usage((command + " takes only --registry FILE").c_str());
+    }
+    std::string changed, problem;
+    const bool ok = RunRegistration(command == "register", file, changed, problem);
+    std::fputs(changed.c_str(), stdout);
+    if (ok) return 0;
+    std::fprintf(stderr, "quillon: %s\n", problem.c_str());
+    return kScriptFailed;
 }
 
 int Version()
@@ -338,6 +358,7 @@ int main(int argc, char** argv)
     if (command == "demo") return Demo(argc, argv);
     if (command == "view") return View(argc, argv);
     if (command == "typelib") return TypeLib(argc, argv);
+    if (command == "register" || command == "unregister") return Registration(argc, argv);
     if (command == "help" || IsHelp(command)) {
         if (argc > 3) return Usage("help takes at most one command");
         return Help(argc == 3 && !IsHelp(argv[2]) ? argv[2] : "");
