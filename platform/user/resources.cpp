@@ -1,4 +1,4 @@
-// The module's resources: dialogs with their initialisation data, icons and strings, by id.
+// The module's resources: dialogs with their initialisation data, icons, bitmaps and strings, by id.
 #include <algorithm>
 #include <cassert>
 #include <map>
@@ -20,10 +20,27 @@ std::map<WORD, DialogResource>& Dialogs()
     return map;
 }
 
-std::map<WORD, HICON>& Icons()
+// Icons and bitmaps by id. They are made permanent and shared: whoever loads one does not destroy it.
+template <class H>
+std::map<WORD, H>& Images()
 {
-    static std::map<WORD, HICON> map;
+    static std::map<WORD, H> map;
     return map;
+}
+
+template <class H>
+void RegisterImage(WORD nID, H h)
+{
+    GdiMakePermanent(h);
+    Images<H>()[nID] = h;
+}
+
+template <class H>
+H FindImage(LPCTSTR lpName)
+{
+    if (!IS_INTRESOURCE(lpName)) return nullptr;
+    auto it = Images<H>().find((WORD)(ULONG_PTR)lpName);
+    return it == Images<H>().end() ? nullptr : it->second;
 }
 
 std::map<UINT, std::u16string>& Strings()
@@ -53,41 +70,15 @@ const DLGINITENTRY* FindDlgInitResource(WORD nID, size_t* pnCount)
     return *pnCount ? it->second.init.data() : nullptr;
 }
 
-void RegisterIconResource(WORD nID, HICON hIcon)
-{
-    GdiMakePermanent(hIcon);
-    Icons()[nID] = hIcon;
-}
+void RegisterIconResource(WORD nID, HICON hIcon) { RegisterImage(nID, hIcon); }
 
 // Icons are shared, as LoadIcon's are: the caller does not destroy them.
-HICON LoadIcon(HINSTANCE, LPCTSTR lpIconName)
-{
-    if (!IS_INTRESOURCE(lpIconName)) return nullptr;
-    auto it = Icons().find((WORD)(ULONG_PTR)lpIconName);
-    return it == Icons().end() ? nullptr : it->second;
-}
+HICON LoadIcon(HINSTANCE, LPCTSTR lpIconName) { return FindImage<HICON>(lpIconName); }
 
-namespace {
-std::map<WORD, HBITMAP>& Bitmaps()
-{
-    static std::map<WORD, HBITMAP> map;
-    return map;
-}
-} // namespace
-
-void RegisterBitmapResource(WORD nID, HBITMAP hBitmap)
-{
-    GdiMakePermanent(hBitmap);
-    Bitmaps()[nID] = hBitmap;
-}
+void RegisterBitmapResource(WORD nID, HBITMAP hBitmap) { RegisterImage(nID, hBitmap); }
 
 // Stand-in: the bitmap is shared; the real call hands out a copy for the caller to delete.
-HBITMAP LoadBitmap(HINSTANCE, LPCTSTR lpBitmapName)
-{
-    if (!IS_INTRESOURCE(lpBitmapName)) return nullptr;
-    auto it = Bitmaps().find((WORD)(ULONG_PTR)lpBitmapName);
-    return it == Bitmaps().end() ? nullptr : it->second;
-}
+HBITMAP LoadBitmap(HINSTANCE, LPCTSTR lpBitmapName) { return FindImage<HBITMAP>(lpBitmapName); }
 
 void RegisterStringResource(UINT uID, LPCTSTR lpszText) { Strings()[uID] = lpszText ? lpszText : u""; }
 
