@@ -37,6 +37,48 @@ protected:
 const std::vector<std::string> kTypeOneIntoEmptyMask = {
     "KeyDown 49 0", "KeyPress 49", "PropertyChanged Text", "Change", "KeyUp 49 0"};
 
+// "3" typed after "12-": the literal skipped, one change.
+const std::vector<std::string> kTypeThreeAfterLiteral = {
+    "KeyDown 51 0", "KeyPress 51", "PropertyChanged Text", "Change", "KeyUp 51 0"};
+
+// "x" typed at a "#" placeholder: refused with a beep, no change.
+const std::vector<std::string> kLetterRefusedByDigit = {"KeyDown 88 0", "KeyPress 120", "Beep", "KeyUp 88 0"};
+
+// "5" typed with the caret after the last placeholder.
+const std::vector<std::string> kDigitPastTheEnd = {"KeyDown 53 0", "KeyPress 53", "Beep", "KeyUp 53 0"};
+
+// Delete with the caret at the end: the beep comes before the key events.
+const std::vector<std::string> kDeletePastTheEnd = {"Beep", "KeyDown 46 0", "KeyUp 46 0"};
+
+// Backspace that blanks one placeholder.
+const std::vector<std::string> kBackspaceBlanksOne = {
+    "KeyDown 8 0", "KeyPress 8", "PropertyChanged Text", "Change", "KeyUp 8 0"};
+
+// Backspace over a literal, or over a selection: two changes, each reported.
+const std::vector<std::string> kBackspaceInTwoSteps = {
+    "KeyDown 8 0", "KeyPress 8", "PropertyChanged Text", "Change", "PropertyChanged Text", "Change", "KeyUp 8 0"};
+
+// Backspace in an empty field: nothing changes.
+const std::vector<std::string> kBackspaceInEmptyField = {"KeyDown 8 0", "KeyPress 8", "KeyUp 8 0"};
+
+// "9" typed over a selection: erased first, then typed.
+const std::vector<std::string> kTypeNineOverSelection = {
+    "KeyDown 57 0", "KeyPress 57", "PropertyChanged Text", "Change", "PropertyChanged Text", "Change", "KeyUp 57 0"};
+
+// Delete: the edit removes the character first, then the control follows.
+const std::vector<std::string> kDeleteAfterTheEdit = {"PropertyChanged Text", "Change", "KeyDown 46 0", "KeyUp 46 0"};
+
+// "a" typed with CaseType Upper.
+const std::vector<std::string> kTypeUpperA = {
+    "KeyDown 65 0", "KeyPress 65", "PropertyChanged Text", "Change", "KeyUp 65 0"};
+
+// "a" typed at a "#" placeholder.
+const std::vector<std::string> kLetterRefused = {"KeyDown 65 0", "KeyPress 65", "Beep", "KeyUp 65 0"};
+
+// "c" typed without a mask, CaseType Upper.
+const std::vector<std::string> kTypeUpperCWithoutMask = {
+    "KeyDown 67 0", "KeyPress 67", "PropertyChanged Text", "Change", "KeyUp 67 0"};
+
 } // namespace
 
 TEST_F(Keystrokes, TypingFillsPlaceholdersAndSkipsLiterals)
@@ -55,7 +97,7 @@ TEST_F(Keystrokes, TypingFillsPlaceholdersAndSkipsLiterals)
     m_host.Type(u"3");
     EXPECT_EQ(EditText(q), u"12-3 ");
     EXPECT_EQ(Caret(q), 4);
-    ExpectSequence({"KeyDown 51 0", "KeyPress 51", "PropertyChanged Text", "Change", "KeyUp 51 0"}, TakeLog());
+    ExpectSequence(kTypeThreeAfterLiteral, TakeLog());
 }
 
 TEST_F(Keystrokes, RefusedKeysBeepAndRaiseNoChange)
@@ -63,14 +105,14 @@ TEST_F(Keystrokes, RefusedKeysBeepAndRaiseNoChange)
     CControlSite* q = Focused(u"##-##");
     Prepare(q, u"12-  ", 2);
     m_host.Type(u"x");
-    ExpectSequence({"KeyDown 88 0", "KeyPress 120", "Beep", "KeyUp 88 0"}, TakeLog());
+    ExpectSequence(kLetterRefusedByDigit, TakeLog());
     EXPECT_EQ(EditText(q), u"12-  ");
     EXPECT_EQ(Caret(q), 3) << "the literal was skipped before the refusal";
     Prepare(q, u"12-34", 5);
     m_host.Type(u"5");
-    ExpectSequence({"KeyDown 53 0", "KeyPress 53", "Beep", "KeyUp 53 0"}, TakeLog());
+    ExpectSequence(kDigitPastTheEnd, TakeLog());
     m_host.Key(VK_DELETE);
-    ExpectSequence({"Beep", "KeyDown 46 0", "KeyUp 46 0"}, TakeLog());
+    ExpectSequence(kDeletePastTheEnd, TakeLog());
     EXPECT_EQ(EditText(q), u"12-34");
 }
 
@@ -81,13 +123,12 @@ TEST_F(Keystrokes, BackspaceRestoresTheTemplate)
     m_host.Key(VK_BACK);
     EXPECT_EQ(EditText(q), u"12-  ");
     EXPECT_EQ(Caret(q), 3);
-    ExpectSequence({"KeyDown 8 0", "KeyPress 8", "PropertyChanged Text", "Change", "KeyUp 8 0"}, TakeLog());
+    ExpectSequence(kBackspaceBlanksOne, TakeLog());
 
     m_host.Key(VK_BACK); // restores "-" at 2, then blanks 1
     EXPECT_EQ(EditText(q), u"1 -  ");
     EXPECT_EQ(Caret(q), 1);
-    ExpectSequence({"KeyDown 8 0", "KeyPress 8", "PropertyChanged Text", "Change", "PropertyChanged Text", "Change",
-                    "KeyUp 8 0"}, TakeLog());
+    ExpectSequence(kBackspaceInTwoSteps, TakeLog());
 
     Prepare(q, u"12-  ", 2);
     m_host.Key(VK_BACK);
@@ -95,7 +136,7 @@ TEST_F(Keystrokes, BackspaceRestoresTheTemplate)
 
     Prepare(q, u"", 0);
     m_host.Key(VK_BACK);
-    ExpectSequence({"KeyDown 8 0", "KeyPress 8", "KeyUp 8 0"}, TakeLog());
+    ExpectSequence(kBackspaceInEmptyField, TakeLog());
 }
 
 TEST_F(Keystrokes, SelectionsAreErasedBeforeTheKey)
@@ -107,8 +148,7 @@ TEST_F(Keystrokes, SelectionsAreErasedBeforeTheKey)
     m_host.Type(u"9");
     EXPECT_EQ(EditText(q), u"19- 4");
     EXPECT_EQ(Caret(q), 2);
-    ExpectSequence({"KeyDown 57 0", "KeyPress 57", "PropertyChanged Text", "Change", "PropertyChanged Text", "Change",
-                    "KeyUp 57 0"}, TakeLog());
+    ExpectSequence(kTypeNineOverSelection, TakeLog());
 
     Prepare(q, u"12-34", 0);
     Select(q, 0, 2);
@@ -121,8 +161,7 @@ TEST_F(Keystrokes, SelectionsAreErasedBeforeTheKey)
     TakeLog();
     m_host.Key(VK_BACK);
     EXPECT_EQ(EditText(q), u"  -34");
-    ExpectSequence({"KeyDown 8 0", "KeyPress 8", "PropertyChanged Text", "Change", "PropertyChanged Text", "Change",
-                    "KeyUp 8 0"}, TakeLog());
+    ExpectSequence(kBackspaceInTwoSteps, TakeLog());
 }
 
 TEST_F(Keystrokes, DeleteLetsTheEditRemoveThenFollows)
@@ -133,7 +172,7 @@ TEST_F(Keystrokes, DeleteLetsTheEditRemoveThenFollows)
     EXPECT_EQ(EditText(q), u"1-34");
     EXPECT_EQ(Caret(q), 1);
     EXPECT_EQ(GetText(q, u"Text"), u"1-34");
-    ExpectSequence({"PropertyChanged Text", "Change", "KeyDown 46 0", "KeyUp 46 0"}, TakeLog());
+    ExpectSequence(kDeleteAfterTheEdit, TakeLog());
     m_host.Type(u"9");
     EXPECT_EQ(EditText(q), u"1934 ") << "the moved literal is overwritten";
 
@@ -149,9 +188,9 @@ TEST_F(Keystrokes, CaseAndPlaceholdersOfEveryKind)
     Put(q, u"CaseType", COleVariant(LONG(1)));
     TakeLog();
     m_host.Type(u"a");
-    ExpectSequence({"KeyDown 65 0", "KeyPress 65", "PropertyChanged Text", "Change", "KeyUp 65 0"}, TakeLog());
+    ExpectSequence(kTypeUpperA, TakeLog());
     m_host.Type(u"a");
-    ExpectSequence({"KeyDown 65 0", "KeyPress 65", "Beep", "KeyUp 65 0"}, TakeLog()); // "#" refuses a letter
+    ExpectSequence(kLetterRefused, TakeLog()); // "#" refuses a letter
     m_host.Type(u"5b");
     EXPECT_EQ(EditText(q), u"A5B ");
     Put(q, u"CaseType", COleVariant(LONG(2)));
@@ -170,7 +209,7 @@ TEST_F(Keystrokes, WithoutAMaskTheEditTypesAndCaseFollows)
     m_host.Type(u"c");
     EXPECT_EQ(EditText(q), u"Cb") << "pre-translation already raised it";
     EXPECT_EQ(Caret(q), 1);
-    ExpectSequence({"KeyDown 67 0", "KeyPress 67", "PropertyChanged Text", "Change", "KeyUp 67 0"}, TakeLog());
+    ExpectSequence(kTypeUpperCWithoutMask, TakeLog());
     m_host.Key(VK_BACK);
     EXPECT_EQ(GetText(q, u"Text"), u"b");
 }

@@ -66,6 +66,8 @@ const Lines kApplyMorePage = {
 };
 // Apply with only the Text and ReverseBorder fields changed.
 const Lines kApplyTwoFields = {"Text x", "ReverseBorder -1"};
+// OK after a Border Type box was left without a selection (typed text, or a key that picks no line).
+const Lines kApplyUnselectedBorderType = {"BorderType -1"};
 
 } // namespace
 
@@ -211,7 +213,7 @@ TEST_F(PropertyPageTest, RefusedAndTypedValuesFollowThePutsOwnRules)
         EXPECT_EQ(d.Index(d.Field(203)), -1);
         d.Press(u"OK");
     });
-    ExpectSequence({"BorderType -1"}, m_puts);
+    ExpectSequence(kApplyUnselectedBorderType, m_puts);
     EXPECT_EQ(GetLong(q, u"BorderType"), 2) << "the refused value leaves the property as it was";
 }
 
@@ -258,7 +260,7 @@ TEST_F(PropertyPageTest, KeyboardTabOrderEnterAndEscape)
     std::vector<int> expected = {201, 203, 204, 221, 232, 234, 217, 205, 206, 207, 208, 235, 209, 210, 211, 212, 213,
                                  IDOK, IDCANCEL, 201, IDCANCEL};
     EXPECT_EQ(order, expected);
-    ExpectSequence({"BorderType -1"}, m_puts);
+    ExpectSequence(kApplyUnselectedBorderType, m_puts);
     m_puts.clear();
     EditWithRecorder(q, [&](CDialogDriver& d) {
         Set(d, 201, u"gone");
@@ -286,6 +288,10 @@ protected:
 
 // PropertyPages = 1 with a host that has no frame of its own.
 const Lines kPropertyFrameOpens = {"EnableModeless 0", "Dialog Quillon Control 2.0 Properties", "EnableModeless 1"};
+// PropertyPages = 1 with a host that shows the pages in a frame of its own.
+const Lines kHostFrameOpens = {"Dialog Host Properties"};
+// AboutBox: dialog 1, closed with OK.
+const Lines kAboutBoxOpens = {"Dialog About Quillon Control"};
 
 TEST_F(FrameTest, PropertyPagesOpensTheFrameForOneAndMoreAndReadsZero)
 {
@@ -320,7 +326,7 @@ TEST_F(FrameTest, AHostWithItsOwnFrameGetsNoFrameFromTheControl)
     m_host.m_bShowPropertyFrame = TRUE;
     AnswerWith(u"Cancel");
     Put(q, u"PropertyPages", COleVariant(SHORT(1)));
-    ExpectSequence({"Dialog Host Properties"}, TakeLog());
+    ExpectSequence(kHostFrameOpens, TakeLog());
 }
 
 TEST_F(FrameTest, PropertiesVerbShowsTheFrameAndAppliesThroughIt)
@@ -361,7 +367,7 @@ TEST_F(FrameTest, AboutBoxIsDialogOneAndOKClosesIt)
         EXPECT_FALSE(d.IsOpen()) << "Enter presses OK";
     };
     Call(q, u"AboutBox");
-    ExpectSequence({"Dialog About Quillon Control"}, TakeLog());
+    ExpectSequence(kAboutBoxOpens, TakeLog());
     EXPECT_EQ(rc.right - rc.left, du.right + 2 * DLG_FRAME_CX);
     EXPECT_EQ(rc.bottom - rc.top, du.bottom + DLG_CAPTION_CY + DLG_FRAME_CX);
     m_drive = nullptr;

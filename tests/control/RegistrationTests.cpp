@@ -108,21 +108,6 @@ std::string ControlEntriesWithCategories(const std::string& path)
 
 } // namespace
 
-TEST(Registration, FactoriesWriteTheClassEntriesAndRemoveThemAgain)
-{
-    RegClearClassesRoot();
-    const std::string path = ModulePath();
-    ASSERT_NE(path.find('/'), std::string::npos) << path;
-    ASSERT_TRUE(COleObjectFactory::UpdateRegistryAll(TRUE));
-    EXPECT_EQ(RegExportText(), kHeader + ControlEntries(path) + kProgID);
-    ASSERT_TRUE(COleObjectFactory::UpdateRegistryAll(TRUE)) << "registering twice rewrites the same entries";
-    EXPECT_EQ(RegExportText(), kHeader + ControlEntries(path) + kProgID);
-    ASSERT_TRUE(COleObjectFactory::UpdateRegistryAll(FALSE));
-    EXPECT_EQ(RegExportText(), std::string(kHeader) + "[HKEY_CLASSES_ROOT\\CLSID]\n\n") << "the shared CLSID key stays";
-    EXPECT_TRUE(COleObjectFactory::UpdateRegistryAll(FALSE)) << "removing what is not there is no failure";
-    RegClearClassesRoot();
-}
-
 TEST(Registration, ServerRegistersLibraryClassesAndCategoriesAndUnregistersAllButTheCategories)
 {
     RegClearClassesRoot();
