@@ -2,6 +2,7 @@
 // with the caret and then the held stills on top; pixels and PNG snapshots of it, and system colour changes.
 #include <vector>
 #include "base/colors.h"
+#include "gdi/selectguard.h"
 #include "gdi/wingdi.h"
 #include "host/Host.h"
 #include "user/winuser.h"
@@ -26,10 +27,11 @@ void ComposeWindow(HDC screen, HWND hwnd, const RECT& clip)
     visible = inside;
     if (HBITMAP surface = ::GetWindowSurface(hwnd)) {
         HDC src = ::CreateCompatibleDC(screen);
-        HGDIOBJ old = ::SelectObject(src, surface);
-        ::BitBlt(screen, visible.left, visible.top, visible.right - visible.left, visible.bottom - visible.top, src,
-                 visible.left - rc.left, visible.top - rc.top, SRCCOPY);
-        ::SelectObject(src, old);
+        {
+            CScopedSelect selected(src, surface);
+            ::BitBlt(screen, visible.left, visible.top, visible.right - visible.left, visible.bottom - visible.top, src,
+                     visible.left - rc.left, visible.top - rc.top, SRCCOPY);
+        }
         ::DeleteDC(src);
     }
     for (HWND child : BottomUp(::GetWindow(hwnd, GW_CHILD))) ComposeWindow(screen, child, visible);
@@ -63,15 +65,16 @@ HBITMAP CHost::ComposeScreen(const RECT* area)
         if (bitmap) ::DeleteObject(bitmap);
         return nullptr;
     }
-    HGDIOBJ old = ::SelectObject(screen, bitmap);
-    ::SetViewportOrgEx(screen, -want.left, -want.top, nullptr);
-    all = shown;
-    ::FillRect(screen, &all, ::GetSysColorBrush(COLOR_BACKGROUND));
-    Pump(); // the screen shows what has been painted: let pending paints run first
-    for (HWND top : BottomUp(::GetTopWindow(nullptr))) ComposeWindow(screen, top, all);
-    ComposeCaret(screen);
-    ComposeStills(screen);
-    ::SelectObject(screen, old);
+    {
+        CScopedSelect selected(screen, bitmap);
+        ::SetViewportOrgEx(screen, -want.left, -want.top, nullptr);
+        all = shown;
+        ::FillRect(screen, &all, ::GetSysColorBrush(COLOR_BACKGROUND));
+        Pump(); // the screen shows what has been painted: let pending paints run first
+        for (HWND top : BottomUp(::GetTopWindow(nullptr))) ComposeWindow(screen, top, all);
+        ComposeCaret(screen);
+        ComposeStills(screen);
+    }
     ::DeleteDC(screen);
     return bitmap;
 }
@@ -80,10 +83,9 @@ void CHost::ComposeStills(HDC screen)
 {
     HDC src = ::CreateCompatibleDC(screen);
     for (const Still& still : m_stills) {
-        HGDIOBJ old = ::SelectObject(src, still.bitmap);
+        CScopedSelect selected(src, still.bitmap);
         ::BitBlt(screen, still.at.left, still.at.top, still.at.right - still.at.left, still.at.bottom - still.at.top, src, 0, 0,
                  SRCCOPY);
-        ::SelectObject(src, old);
     }
     ::DeleteDC(src);
 }
@@ -112,9 +114,11 @@ COLORREF CHost::Pixel(int x, int y)
     HBITMAP bitmap = ComposeScreen(&one);
     if (!bitmap) return CLR_INVALID;
     HDC dc = ::CreateCompatibleDC(nullptr);
-    HGDIOBJ old = ::SelectObject(dc, bitmap);
-    COLORREF c = ::GetPixel(dc, 0, 0);
-    ::SelectObject(dc, old);
+    COLORREF c = CLR_INVALID;
+    {
+        CScopedSelect selected(dc, bitmap);
+        c = ::GetPixel(dc, 0, 0);
+    }
     ::DeleteDC(dc);
     ::DeleteObject(bitmap);
     return c;

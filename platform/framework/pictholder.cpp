@@ -86,10 +86,9 @@ void CPictureHolder::Render(CDC* pDC, const CRect& rcRender, const CRect&)
         if (!::GetObject(hbm, sizeof bm, &bm)) return;
         CDC dcBitmap;
         if (!dcBitmap.CreateCompatibleDC(pDC)) return;
-        HGDIOBJ old = dcBitmap.SelectObject(hbm);
+        CSelectObject selected(&dcBitmap, hbm);
         pDC->StretchBlt(rcRender.left, rcRender.top, rcRender.Width(), rcRender.Height(), &dcBitmap, 0, 0,
                         bm.bmWidth, bm.bmHeight, SRCCOPY);
-        dcBitmap.SelectObject(old);
         break;
     }
     case PICTYPE_ICON:

@@ -1,5 +1,6 @@
 // Internal state of dialog windows, shared by the dialog manager and the dialog controls.
 #pragma once
+#include "gdi/selectguard.h"
 #include "dlgctl.h"
 #include "drawapi.h"
 #include "editctl.h"
@@ -26,22 +27,6 @@ void RegisterDialogClasses();
 void RegisterSystemClasses();      // the EDIT class and the dialog classes
 // A push button's look as default or not (BS_DEFPUSHBUTTON), as DM_SETDEFID moves it.
 void SetButtonDefault(HWND hwndButton, bool bDefault);
-
-// Selects an object into a DC for the length of a scope and puts back what it displaced: the USER
-// stand-in's own guard, as the framework's CSelectObject is for CDC.
-class CScopedSelect {
-public:
-    CScopedSelect(HDC hdc, HGDIOBJ h) : m_hdc(hdc), m_hOld(SelectObject(hdc, h)) {}
-    ~CScopedSelect()
-    {
-        if (m_hOld) SelectObject(m_hdc, m_hOld);
-    }
-    CScopedSelect(const CScopedSelect&) = delete;
-    CScopedSelect& operator=(const CScopedSelect&) = delete;
-private:
-    HDC m_hdc;
-    HGDIOBJ m_hOld;
-};
 
 // Classic 3-D drawing shared by the controls.
 void FillSys(HDC hdc, const RECT& rc, int nColor);
