@@ -8,7 +8,7 @@
 #include "com/objbase.h"
 #include "control/QuillonCtrl.h"
 #include "host/Host.h"
-#include "server/QuillonApp.h"
+#include "LinkedModule.h"
 
 namespace {
 
@@ -60,7 +60,7 @@ void ResetField(CHost& host, CControlSite& site)
 
 static void BM_AutoCompleteKey(benchmark::State& state)
 {
-    CoRegisterInprocServer(&DllGetClassObject);
+    UseLinkedModule();
     CHost host;
     CControlSite* q = host.NewForm(kFormRect)->Create(u"QUILLON.QuillonCtrl.2", kControlRect);
     CQuillonCtrl* c = static_cast<CQuillonCtrl*>(static_cast<COleControl*>(q->Control()));

@@ -4,11 +4,11 @@
 #include "com/objbase.h"
 #include "control/QuillonCtrl.h"
 #include "host/Host.h"
-#include "server/QuillonApp.h"
+#include "LinkedModule.h"
 
 static void BM_FacePaint(benchmark::State& state)
 {
-    CoRegisterInprocServer(&DllGetClassObject);
+    UseLinkedModule();
     CHost host;
     CControlSite* q = host.NewForm(RECT{100, 100, 500, 400})->Create(u"QUILLON.QuillonCtrl.2", RECT{10, 10, 130, 34});
     q->Put(u"DropButton", COleVariant(SHORT(1), VT_BOOL));

@@ -3,11 +3,11 @@
 #include <benchmark/benchmark.h>
 #include "com/objbase.h"
 #include "host/Host.h"
-#include "server/QuillonApp.h"
+#include "LinkedModule.h"
 
 static void BM_MaskedKeyEvent(benchmark::State& state)
 {
-    CoRegisterInprocServer(&DllGetClassObject);
+    UseLinkedModule();
     CHost host;
     CForm* form = host.NewForm(RECT{100, 100, 500, 400});
     CControlSite* q = form->Create(u"QUILLON.QuillonCtrl.2", RECT{10, 10, 130, 34});
@@ -35,7 +35,7 @@ BENCHMARK(BM_MaskedKeyEvent)->Unit(benchmark::kMicrosecond);
 // with its own Change, so the cost of a step must stay near one copy of the text.
 static void BM_BackspaceOverLiteralRun(benchmark::State& state)
 {
-    CoRegisterInprocServer(&DllGetClassObject);
+    UseLinkedModule();
     CHost host;
     CForm* form = host.NewForm(RECT{100, 100, 500, 400});
     CControlSite* q = form->Create(u"QUILLON.QuillonCtrl.2", RECT{10, 10, 190, 34});

@@ -7,7 +7,7 @@
 #include <string>
 #include "com/objbase.h"
 #include "host/Host.h"
-#include "server/QuillonApp.h"
+#include "LinkedModule.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ using Clock = std::chrono::steady_clock;
 struct ItemsControl {
     ItemsControl()
     {
-        CoRegisterInprocServer(&DllGetClassObject);
+        UseLinkedModule();
         q = host.NewForm(RECT{100, 100, 500, 400})->Create(u"QUILLON.QuillonCtrl.2", RECT{10, 10, 130, 34});
         std::ifstream in(kItemsPath);
         for (std::string line; std::getline(in, line);) {

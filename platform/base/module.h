@@ -14,3 +14,16 @@ BOOL GetModuleHandleEx(DWORD dwFlags, LPCTSTR lpModuleName, HMODULE* phModule);
 // The module's full path; the characters copied, without the terminator, or 0. A path cut to fit
 // returns nSize, as the real call does.
 DWORD GetModuleFileName(HMODULE hModule, LPTSTR lpFilename, DWORD nSize);
+
+// Stand-in: returns nothing rather than INT_PTR, the one function type the compiler lets a caller
+// cast to the export's real type without a warning.
+typedef void (*FARPROC)();
+
+// The module at that path, loaded (dlopen, its static objects built) or, when it already is, counted
+// once more; its handle is its load address, as GetModuleHandleEx gives. Null when the file cannot be
+// loaded. Stand-in: no search path; a name without a folder is looked up as the dynamic loader does.
+HMODULE LoadLibrary(LPCTSTR lpLibFileName);
+// One count less; the module is unloaded when none is left. FALSE for a handle LoadLibrary did not give.
+BOOL FreeLibrary(HMODULE hLibModule);
+// An export of a module LoadLibrary gave, by name; null when it has none of that name.
+FARPROC GetProcAddress(HMODULE hModule, LPCSTR lpProcName);

@@ -17,6 +17,7 @@ typedef int64_t LONGLONG;
 typedef intptr_t LPARAM;
 typedef uintptr_t WPARAM;
 typedef intptr_t LRESULT;
+typedef intptr_t INT_PTR;
 typedef DWORD COLORREF;
 typedef DWORD OLE_COLOR;
 typedef int32_t DISPID;
@@ -33,6 +34,7 @@ typedef char16_t* LPTSTR;
 typedef const char16_t* LPCOLESTR;
 typedef char16_t* LPOLESTR;
 typedef const char16_t* LPCWSTR;
+typedef const char* LPCSTR;
 #define _T(x) u##x
 #define L_(x) u##x
 
@@ -74,6 +76,8 @@ typedef uint32_t OLE_HANDLE;
 #define CLASS_E_NOAGGREGATION ((HRESULT)0x80040110)
 #define REGDB_E_CLASSNOTREG ((HRESULT)0x80040154)
 #define CO_E_CLASSSTRING ((HRESULT)0x800401F3)
+#define CO_E_DLLNOTFOUND ((HRESULT)0x800401F8)
+#define CO_E_ERRORINDLL ((HRESULT)0x800401F9)
 #define SUCCEEDED(hr) (((HRESULT)(hr)) >= 0)
 #define FAILED(hr) (((HRESULT)(hr)) < 0)
 

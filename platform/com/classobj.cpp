@@ -1,11 +1,13 @@
-// The table of in-process servers and ProgIDs behind CoCreateInstance.
+// Class objects: the process's own servers, then the registry's in-process servers, loaded from the
+// file their InprocServer32 key names; ProgIDs from the registry.
 #include "objbase.h"
-#include <map>
 #include <cassert>
 #include <vector>
 #include "base/cstring.h"
+#include "base/module.h"
 #include "comcat.h"
 #include "msxml.h"
+#include "winreg.h"
 
 namespace {
 
@@ -16,13 +18,33 @@ std::vector<LPFNGETCLASSOBJECT>& Servers()
     return servers;
 }
 
-std::map<std::u16string, CLSID>& ProgIDs()
+constexpr LONG kValueBuffer = 4096;
+
+// A key's default value under HKEY_CLASSES_ROOT, or false when the key or its value is not there.
+bool ClassesRootValue(const std::u16string& subKey, std::u16string& value)
 {
-    static std::map<std::u16string, CLSID> progids;
-    return progids;
+    OLECHAR buffer[kValueBuffer / sizeof(OLECHAR)];
+    LONG cb = kValueBuffer;
+    if (RegQueryValue(HKEY_CLASSES_ROOT, subKey.c_str(), buffer, &cb) != ERROR_SUCCESS || !*buffer) return false;
+    value = buffer;
+    return true;
 }
 
-std::u16string Key(LPCOLESTR progid) { return CString(progid).MakeLower().str(); }
+// The registered in-process server of a class: its module loaded, asked for the class object. COM
+// keeps the module loaded once it has been asked.
+HRESULT RegisteredClassObject(REFCLSID clsid, REFIID riid, void** ppv)
+{
+    std::u16string path;
+    if (!ClassesRootValue(u"CLSID\\" + GuidString(clsid) + u"\\InprocServer32", path)) return REGDB_E_CLASSNOTREG;
+    HMODULE hModule = LoadLibrary(path.c_str());
+    if (!hModule) return CO_E_DLLNOTFOUND;
+    auto getClassObject = reinterpret_cast<LPFNGETCLASSOBJECT>(GetProcAddress(hModule, "DllGetClassObject"));
+    if (!getClassObject) {
+        FreeLibrary(hModule);
+        return CO_E_ERRORINDLL;
+    }
+    return getClassObject(clsid, riid, ppv);
+}
 
 } // namespace
 
@@ -48,15 +70,12 @@ void CoUninitialize()
 
 int CoGetInitializeCount() { return g_nInitialized; }
 
-void CoRegisterProgID(LPCOLESTR progid, REFCLSID clsid) { ProgIDs()[Key(progid)] = clsid; }
-
 HRESULT CLSIDFromProgID(LPCOLESTR progid, CLSID* clsid)
 {
     if (!progid || !clsid) return E_INVALIDARG;
-    auto it = ProgIDs().find(Key(progid));
-    if (it == ProgIDs().end()) return CO_E_CLASSSTRING;
-    *clsid = it->second;
-    return S_OK;
+    std::u16string text;
+    if (!*progid || !ClassesRootValue(std::u16string(progid) + u"\\CLSID", text)) return CO_E_CLASSSTRING;
+    return CLSIDFromString(text.c_str(), clsid);
 }
 
 HRESULT CoGetClassObject(REFCLSID clsid, DWORD ctx, void*, REFIID riid, void** ppv)
@@ -66,7 +85,7 @@ HRESULT CoGetClassObject(REFCLSID clsid, DWORD ctx, void*, REFIID riid, void** p
     if (!(ctx & CLSCTX_INPROC_SERVER)) return REGDB_E_CLASSNOTREG;
     for (auto server : Servers())
         if (SUCCEEDED(server(clsid, riid, ppv))) return S_OK;
-    return REGDB_E_CLASSNOTREG;
+    return RegisteredClassObject(clsid, riid, ppv);
 }
 
 HRESULT CoCreateInstance(REFCLSID clsid, IUnknown* outer, DWORD ctx, REFIID riid, void** ppv)

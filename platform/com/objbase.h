@@ -1,4 +1,4 @@
-// Class objects: CoCreateInstance, CoGetClassObject, CLSIDFromProgID over in-process servers.
+// Class objects: CoCreateInstance, CoGetClassObject, CLSIDFromProgID over in-process servers and the registry.
 #pragma once
 #include <string>
 #include "unknwn.h"
@@ -8,15 +8,16 @@
 #define SELFREG_E_TYPELIB ((HRESULT)0x80040200)
 #define SELFREG_E_CLASS ((HRESULT)0x80040201)
 
+// An export of a module, found by its unadorned name.
+#define STDAPI extern "C" HRESULT
+
 typedef HRESULT (*LPFNGETCLASSOBJECT)(REFCLSID rclsid, REFIID riid, void** ppv);
 
-// Stand-in for a server's InprocServer32 key and its loading: the server's DllGetClassObject is
-// made known to COM directly. Registering the same entry twice has no further effect.
+// Stand-in for CoRegisterClassObject: a server linked into the process (the system's own, the DOM
+// and the category manager, are there from the start) is asked by CoGetClassObject before the
+// registry. Registering the same entry twice has no further effect.
 void CoRegisterInprocServer(LPFNGETCLASSOBJECT pfnGetClassObject);
-// Stand-in for removing a server's registration (the DOM's server is there from the start).
 void CoRevokeInprocServer(LPFNGETCLASSOBJECT pfnGetClassObject);
-// Stand-in for the ProgID key of the registry, written when a class factory is made.
-void CoRegisterProgID(LPCOLESTR lpszProgID, REFCLSID rclsid);
 
 // A GUID as "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}": the characters written with the terminator, or 0
 // when the buffer is shorter than 39.
@@ -26,7 +27,11 @@ std::u16string GuidString(REFGUID rguid);
 // The reverse; CO_E_CLASSSTRING for text of another form.
 HRESULT CLSIDFromString(LPCOLESTR lpsz, CLSID* pclsid);
 
+// The class of HKEY_CLASSES_ROOT\ProgID\CLSID; CO_E_CLASSSTRING when no such ProgID is registered.
 HRESULT CLSIDFromProgID(LPCOLESTR lpszProgID, CLSID* lpclsid);
+// The process's own servers first, then the module HKEY_CLASSES_ROOT\CLSID\{clsid}\InprocServer32
+// names, loaded and kept loaded: REGDB_E_CLASSNOTREG when the class has no such key,
+// CO_E_DLLNOTFOUND when the file cannot be loaded, CO_E_ERRORINDLL when it exports no DllGetClassObject.
 HRESULT CoGetClassObject(REFCLSID rclsid, DWORD dwClsContext, void* pvReserved, REFIID riid, void** ppv);
 HRESULT CoCreateInstance(REFCLSID rclsid, IUnknown* pUnkOuter, DWORD dwClsContext, REFIID riid, void** ppv);
 

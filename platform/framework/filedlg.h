@@ -4,7 +4,6 @@
 #include "base/cstring.h"
 
 class CWnd;
-typedef intptr_t INT_PTR;
 
 #ifndef IDOK
 #define IDOK 1

@@ -37,8 +37,6 @@ COleObjectFactory::COleObjectFactory(REFCLSID clsid, Creator create, BOOL, LPCTS
     : m_clsid(clsid), m_create(std::move(create)), m_strProgID(lpszProgID ? lpszProgID : u"")
 {
     Factories().push_back(this);
-    // Stand-in: the ProgID becomes known at once, as if the module had been registered.
-    if (!m_strProgID.IsEmpty()) CoRegisterProgID(m_strProgID, m_clsid);
 }
 
 COleObjectFactory::~COleObjectFactory()

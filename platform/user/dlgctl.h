@@ -6,7 +6,6 @@
 #include <functional>
 #include "userconst.h"
 
-typedef intptr_t INT_PTR;
 
 #define WC_DIALOG u"#32770"
 #define WC_BUTTON u"Button"

@@ -72,19 +72,19 @@ struct CResourceLoader {
 
 } // namespace
 
-// Built at module load, like the module object, so that the ProgID is known from the start.
+// Built at module load, like the module object, and entered into the module's list of factories.
 CResourceLoader g_resources;
 CQuillonCtrlFactory g_ctrlFactory;
 CPageFactory<CQuillonPropPage> g_generalPageFactory(u"QUILLON.QuillonPropPage.1", IDS_QUILLON_PPG);
 CPageFactory<CMorePropPage> g_morePageFactory(u"Quillon.MorePropPage", IDS_MORE_PPG);
 CPageFactory<CAboutPropPage> g_aboutPageFactory(u"Quillon.AboutPropPage", IDS_ABOUT_PPG);
 
-HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv)
+STDAPI DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv)
 {
     return AfxDllGetClassObject(rclsid, riid, ppv);
 }
 
-HRESULT DllCanUnloadNow() { return AfxDllCanUnloadNow(); }
+STDAPI DllCanUnloadNow() { return AfxDllCanUnloadNow(); }
 
 namespace {
 
@@ -123,7 +123,7 @@ HRESULT ChangeClassCategory(REFCATID catid, bool bEnter)
 
 // The library, the classes, then the two safety categories with the control entered into each. What
 // is done stays when a later step fails.
-HRESULT DllRegisterServer()
+STDAPI DllRegisterServer()
 {
     if (!AfxOleRegisterTypeLib(AfxGetInstanceHandle(), LIBID_QuillonLib)) return SELFREG_E_TYPELIB;
     if (!COleObjectFactory::UpdateRegistryAll(TRUE)) return SELFREG_E_CLASS;
@@ -135,7 +135,7 @@ HRESULT DllRegisterServer()
 }
 
 // The categories first; the categories themselves stay, shared with the system's other components.
-HRESULT DllUnregisterServer()
+STDAPI DllUnregisterServer()
 {
     HRESULT hr = ChangeClassCategory(CATID_SafeForInitializing, false);
     if (FAILED(hr)) return hr;

@@ -16,7 +16,8 @@ inline constexpr GUID LIBID_QuillonLib = {0x5C4B1F2F, 0x3E2A, 0x4B7D, {0x9A, 0x6
 inline constexpr WORD kLibVerMajor = 2;
 inline constexpr WORD kLibVerMinor = 0;
 
-HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv);
-HRESULT DllCanUnloadNow();
-HRESULT DllRegisterServer();
-HRESULT DllUnregisterServer();
+// The module's exports, found by name (server/Quillon.map).
+STDAPI DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv);
+STDAPI DllCanUnloadNow();
+STDAPI DllRegisterServer();
+STDAPI DllUnregisterServer();

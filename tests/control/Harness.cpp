@@ -4,13 +4,13 @@
 #include "com/objbase.h"
 #include "gdi/wingdi.h"
 #include "control/QuillonCtrl.h"
-#include "server/QuillonApp.h"
+#include "LinkedModule.h"
 
 CQuillonCtrl* Inside(CControlSite* q) { return static_cast<CQuillonCtrl*>(static_cast<COleControl*>(q->Control())); }
 
 ControlTest::ControlTest()
 {
-    CoRegisterInprocServer(&DllGetClassObject);
+    UseLinkedModule();
     m_form = m_host.NewForm(RECT{100, 100, 500, 400});
     m_host.m_onPropertyChanged = [this](CControlSite& site, DISPID id) {
         const DispEntry* e = site.DispatchInfo() ? site.DispatchInfo()->FindById(id) : nullptr;

@@ -479,7 +479,6 @@ TEST_F(PropertyPageTest, MorePageTabOrderFollowsItsTable)
 // The module's images: the two icons and the toolbox picture, with the sizes they are given.
 TEST(QuillonResources, IconsAndToolboxBitmap)
 {
-    CoRegisterInprocServer(&DllGetClassObject);   // the module is loaded, its resources with it
     for (WORD id : {1, 204}) {
         ICONINFO info{};
         ASSERT_TRUE(GetIconInfo(LoadIcon(nullptr, MAKEINTRESOURCE(id)), &info)) << id;

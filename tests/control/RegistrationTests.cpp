@@ -140,21 +140,3 @@ TEST(Registration, WithoutTheCategoryManagerWhatWasDoneStays)
     CoRegisterInprocServer(&ComcatDllGetClassObject);
     RegClearClassesRoot();
 }
-
-// The module may be unloaded only when no object it made is alive and no client holds it locked.
-TEST(Registration, ModuleCanUnloadOnlyWithoutLiveObjectsOrLocks)
-{
-    ASSERT_EQ(DllCanUnloadNow(), S_OK);
-    IClassFactory* factory = nullptr;
-    ASSERT_EQ(DllGetClassObject(CQuillonCtrl::clsid, IID_IClassFactory, reinterpret_cast<void**>(&factory)), S_OK);
-    IDispatch* control = nullptr;
-    ASSERT_EQ(factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(&control)), S_OK);
-    EXPECT_EQ(DllCanUnloadNow(), S_FALSE) << "a control is alive";
-    control->Release();
-    EXPECT_EQ(DllCanUnloadNow(), S_OK);
-    factory->LockServer(TRUE);
-    EXPECT_EQ(DllCanUnloadNow(), S_FALSE) << "a client holds the module";
-    factory->LockServer(FALSE);
-    EXPECT_EQ(DllCanUnloadNow(), S_OK);
-    factory->Release();
-}

@@ -169,8 +169,8 @@ TEST_F(TypeLib, EventsEnumerationsCoclassAndTheLibraryItself)
 // The control finds its library through the registry, so only once the module is registered.
 TEST_F(ControlTest, ControlDescribesItselfThroughItsRegisteredLibrary)
 {
-    RegClearClassesRoot();
     IDispatch* control = static_cast<IDispatch*>(static_cast<COleControl*>(Inside(Create())));
+    ASSERT_EQ(UnRegisterTypeLib(LIBID_QuillonLib, kLibVerMajor, kLibVerMinor, 0, SYS_WIN32), S_OK);
     CComPtr<ITypeInfo> info;
     EXPECT_EQ(control->GetTypeInfo(0, 0, &info), TYPE_E_LIBNOTREGISTERED);
     ASSERT_EQ(DllRegisterServer(), S_OK);

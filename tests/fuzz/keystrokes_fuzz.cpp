@@ -3,7 +3,7 @@
 #include <cstdint>
 #include "com/objbase.h"
 #include "host/Host.h"
-#include "server/QuillonApp.h"
+#include "LinkedModule.h"
 
 namespace {
 
@@ -46,7 +46,7 @@ void Act(CHost& host, CControlSite& q, Input& in)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static bool registered = (CoRegisterInprocServer(&DllGetClassObject), true);
+    static bool registered = (UseLinkedModule(), true);
     (void)registered;
     Input in{data, size};
     CHost host;

@@ -4,11 +4,11 @@
 #include <string>
 #include "com/objbase.h"
 #include "host/Host.h"
-#include "server/QuillonApp.h"
+#include "LinkedModule.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static bool registered = (CoRegisterInprocServer(&DllGetClassObject), true);
+    static bool registered = (UseLinkedModule(), true);
     (void)registered;
     CHost host;
     CForm* form = host.NewForm(RECT{0, 0, 300, 100});

@@ -6,7 +6,7 @@
 #include <string>
 #include "com/objbase.h"
 #include "host/Host.h"
-#include "server/QuillonApp.h"
+#include "LinkedModule.h"
 
 namespace {
 
@@ -27,7 +27,7 @@ bool Call(CControlSite* q, const char16_t* method, const std::string& path, SHOR
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static bool registered = (CoRegisterInprocServer(&DllGetClassObject), true);
+    static bool registered = (UseLinkedModule(), true);
     (void)registered;
     static const std::string input = TempPath("in.xml"), output = TempPath("out.xml");
     if (FILE* f = std::fopen(input.c_str(), "wb")) {

@@ -5,7 +5,7 @@
 #include <sstream>
 #include "base/colors.h"
 #include "com/objbase.h"
-#include "server/QuillonApp.h"
+#include "LinkedModule.h"
 #include "user/sysapi.h"
 
 namespace {
@@ -213,7 +213,7 @@ void PutNumber(IDispatch* pDisp, const char16_t* name, long long value)
 
 HostTest::HostTest()
 {
-    CoRegisterInprocServer(&DllGetClassObject);
+    UseLinkedModule();
     m_form = m_host.NewForm(RECT{100, 100, 500, 400});
     m_gdiObjects = GdiGetLiveObjectCount();
 }

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <sstream>
 #include "com/objbase.h"
-#include "server/QuillonApp.h"
+#include "Registration.h"
 #include "user/sysapi.h"
 
 ScriptTest::ScriptTest()
 {
-    CoRegisterInprocServer(&DllGetClassObject);
+    // The module as the program finds it: registered, then loaded through the registry.
+    std::string problem;
+    EXPECT_TRUE(CallRegistrationExport(QUILLON_MODULE, true, problem)) << problem;
     m_pScript = std::make_unique<CScriptHost>();
     m_pScript->SetPrintSink([this](const std::string& line) { m_lines.push_back(line); });
 }

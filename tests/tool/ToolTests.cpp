@@ -25,15 +25,27 @@ std::string Slurp(const std::string& path)
     return s.str();
 }
 
-Result RunScript(const std::string& script)
+std::filesystem::path WorkDir()
 {
     auto dir = std::filesystem::temp_directory_path() / ("quillon-tool-" + std::to_string(::getpid()));
     std::filesystem::create_directories(dir);
-    std::string js = (dir / "script.js").string(), out = (dir / "out.txt").string(), err = (dir / "err.txt").string();
-    std::ofstream(js) << script;
-    std::string cmd = std::string(QUILLON_TOOL) + " run " + js + " >" + out + " 2>" + err;
+    return dir;
+}
+
+// The program with these arguments, its output captured.
+Result RunTool(const std::string& args)
+{
+    std::string out = (WorkDir() / "out.txt").string(), err = (WorkDir() / "err.txt").string();
+    std::string cmd = std::string(QUILLON_TOOL) + " " + args + " >" + out + " 2>" + err;
     int status = std::system(cmd.c_str());
     return {WEXITSTATUS(status), Slurp(out), Slurp(err)};
+}
+
+Result RunScript(const std::string& script, const std::string& options = "")
+{
+    std::string js = (WorkDir() / "script.js").string();
+    std::ofstream(js) << script;
+    return RunTool("run " + options + js);
 }
 
 const char* kForm = "var form = host.form(100, 100, 400, 300);\n"
@@ -130,4 +142,28 @@ TEST(Tool, FrozenAreaOutlivesTheLookUntilThawed)
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(r.out, "true true 0\n");
     EXPECT_NE(r.err.find("freeze: the area must be non-empty"), std::string::npos) << r.err;
+}
+
+// Each run is a fresh process that finds the control through the registry file alone.
+TEST(Tool, ARegistryFileDecidesWhatEachRunCanCreate)
+{
+    const std::string reg = (WorkDir() / "machine.reg").string();
+    std::filesystem::remove(reg);
+    const std::string script = std::string(kForm) + "print(q.EditMask = '##');\n";
+    Result r = RunScript(script, "--registry " + reg + " ");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.err.find("no control is registered as 'QUILLON.QuillonCtrl.2'"), std::string::npos) << r.err;
+
+    r = RunTool("register --registry " + reg + " " + QUILLON_MODULE);
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_NE(Slurp(reg).find(std::string("@=\"") + QUILLON_MODULE + "\""), std::string::npos) << "InprocServer32 names the module";
+    r = RunScript(script, "--registry " + reg + " ");
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, "##\n");
+
+    ASSERT_EQ(RunTool("unregister --registry " + reg).status, 0);
+    EXPECT_EQ(RunScript(script, "--registry " + reg + " ").status, 1);
+    r = RunTool("register --registry " + reg + " /no/such/module.ocx");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err, "quillon: cannot load the module '/no/such/module.ocx'\n");
 }

@@ -7,10 +7,12 @@ const char* const kUsage =
     "       quillon view [SCRIPT.js] [--scale N] [--snapshot FILE] [--latency]\n"
     "                                                   try the script's forms (or a showcase) by hand in a window\n"
     "       quillon typelib [--markdown]                print the control's type library as ODL text\n"
-    "       quillon register [--registry FILE]          register the control's module, printing the keys written\n"
-    "       quillon unregister [--registry FILE]        unregister it, printing the keys removed\n"
+    "       quillon register [MODULE]                   register the control's module, printing the keys written\n"
+    "       quillon unregister [MODULE]                 unregister it, printing the keys removed\n"
     "       quillon help [COMMAND]                      this summary, or the help of one command\n"
     "       quillon --version                           the program's version\n"
+    "Every command but help takes --registry FILE: the registry is read from that .reg file instead of\n"
+    "being the program's own with the shipped module registered in it; register and unregister write it back.\n"
     "The script API is described in docs/scripting.md; examples/ holds scripts to start from.\n";
 
 namespace {
@@ -45,19 +47,19 @@ const char kViewHelp[] =
 const char kTypelibHelp[] =
     "usage: quillon typelib [--markdown]\n"
     "\n"
-    "Registers the control's module in the program's own registry and prints the type library found\n"
-    "there, as ODL text: the enumerations with their values, the properties and methods of _DQuillon\n"
+    "Prints the type library the registry names for the control (QUILLON.QuillonCtrl.2), as ODL text: the enumerations with their values, the properties and methods of _DQuillon\n"
     "with their dispatch ids and types, the events of _DQuillonEvents and the coclass. With --markdown\n"
     "the text comes inside the page docs/control.md is made of.\n";
 
 const char kRegisterHelp[] =
-    "usage: quillon register [--registry FILE]\n"
-    "       quillon unregister [--registry FILE]\n"
+    "usage: quillon register [--registry FILE] [MODULE]\n"
+    "       quillon unregister [--registry FILE] [MODULE]\n"
     "\n"
-    "Runs the module's DllRegisterServer (the type library, the classes of the control and its pages,\n"
-    "the safety categories) or DllUnregisterServer, and prints the registry keys written or removed as\n"
-    ".reg text. Without --registry the program's registry starts empty and is gone when it ends; with\n"
-    "it, the registry is read from FILE (when it exists) and written back to it.\n";
+    "Loads MODULE (the Quillon.ocx shipped with the program when not given), runs its DllRegisterServer\n"
+    "(the type library, the classes of the control and its pages, the safety categories) or\n"
+    "DllUnregisterServer, and prints the registry keys written or removed as .reg text. Without\n"
+    "--registry the program's registry starts empty and is gone when it ends; with it, the registry is\n"
+    "read from FILE (when it exists) and written back to it.\n";
 
 const char kHelpHelp[] =
     "usage: quillon help [COMMAND]\n"

@@ -1,12 +1,15 @@
-// The registry before and after the module's registration, compared key by key.
+// The program's registry and the module's registration, compared key by key before and after.
 #include "Registration.h"
 #include <sys/stat.h>
+#include <cstdio>
+#include <filesystem>
 #include <set>
 #include <sstream>
 #include <vector>
 #include "ScriptBinding.h"
+#include "base/module.h"
+#include "com/objbase.h"
 #include "com/winreg.h"
-#include "server/QuillonApp.h"
 
 namespace {
 
@@ -39,24 +42,81 @@ bool Exists(const std::string& path)
     return ::stat(path.c_str(), &st) == 0;
 }
 
+// The registry of a .reg file, when there is one yet.
+bool ImportRegistry(const std::string& registryFile, std::string& problem)
+{
+    int nBadLine = 0;
+    if (!Exists(registryFile) || RegImportFile(registryFile.c_str(), &nBadLine)) return true;
+    problem = nBadLine ? "the registry file '" + registryFile + "' is damaged at line " + std::to_string(nBadLine)
+                       : "the registry file '" + registryFile + "' cannot be read";
+    return false;
+}
+
+constexpr char kModuleFileName[] = "Quillon.ocx";
+
 } // namespace
 
-bool RunRegistration(bool bRegister, const std::string& registryFile, std::string& out, std::string& problem)
+std::string ShippedModulePath()
 {
-    if (!registryFile.empty() && Exists(registryFile)) {
-        int nBadLine = 0;
-        if (!RegImportFile(registryFile.c_str(), &nBadLine)) {
-            problem = nBadLine ? "the registry file '" + registryFile + "' is damaged at line " + std::to_string(nBadLine)
-                               : "the registry file '" + registryFile + "' cannot be read";
-            return false;
-        }
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (error) return "";
+    for (const auto& place : {program.parent_path(), program.parent_path().parent_path() / "lib" / "quillon"})
+        if (std::filesystem::exists(place / kModuleFileName, error)) return (place / kModuleFileName).string();
+    return "";
+}
+
+bool CallRegistrationExport(const std::string& modulePath, bool bRegister, std::string& problem)
+{
+    const char* exportName = bRegister ? "DllRegisterServer" : "DllUnregisterServer";
+    HMODULE hModule = modulePath.empty() ? nullptr : LoadLibrary(FromUtf8(modulePath).c_str());
+    if (!hModule) {
+        problem = modulePath.empty() ? "the control's module (" + std::string(kModuleFileName) + ") is not beside the program"
+                                     : "cannot load the module '" + modulePath + "'";
+        return false;
     }
+    auto entry = reinterpret_cast<HRESULT (*)()>(GetProcAddress(hModule, exportName));
+    const HRESULT hr = entry ? entry() : E_FAIL;
+    // The module stays loaded: the classes it registered are served from it.
+    if (!entry) problem = "the module '" + modulePath + "' exports no " + exportName;
+    else if (FAILED(hr)) problem = std::string(exportName) + " failed: " + HResultText(hr);
+    return problem.empty();
+}
+
+bool PrepareRegistry(const std::string& registryFile, std::string& problem)
+{
+    if (!registryFile.empty()) return ImportRegistry(registryFile, problem);
+    return CallRegistrationExport(ShippedModulePath(), true, problem);
+}
+
+bool RunRegistration(bool bRegister, const std::string& registryFile, const std::string& modulePath, std::string& out,
+                     std::string& problem)
+{
+    if (!registryFile.empty() && !ImportRegistry(registryFile, problem)) return false;
     const std::string before = RegExportText();
-    const HRESULT hr = bRegister ? DllRegisterServer() : DllUnregisterServer();
+    CallRegistrationExport(modulePath, bRegister, problem);
     const std::string after = RegExportText();
     out = bRegister ? Missing(after, before) : Missing(before, after);
-    if (FAILED(hr)) problem = std::string(bRegister ? "DllRegisterServer" : "DllUnregisterServer") + " failed: " + HResultText(hr);
     if (!registryFile.empty() && !RegExportFile(registryFile.c_str()) && problem.empty())
         problem = "the registry file '" + registryFile + "' cannot be written";
     return problem.empty();
+}
+
+HRESULT LoadRegisteredTypeLib(const std::u16string& progID, ITypeLib** pptlib)
+{
+    CLSID clsid{};
+    HRESULT hr = CLSIDFromProgID(progID.c_str(), &clsid);
+    if (FAILED(hr)) return hr;
+    const std::u16string classKey = u"CLSID\\" + GuidString(clsid);
+    OLECHAR libid[64], version[16];
+    LONG cbLibid = sizeof libid, cbVersion = sizeof version;
+    if (RegQueryValue(HKEY_CLASSES_ROOT, (classKey + u"\\TypeLib").c_str(), libid, &cbLibid) != ERROR_SUCCESS ||
+        RegQueryValue(HKEY_CLASSES_ROOT, (classKey + u"\\Version").c_str(), version, &cbVersion) != ERROR_SUCCESS)
+        return TYPE_E_LIBNOTREGISTERED;
+    GUID guid{};
+    unsigned major = 0, minor = 0;
+    if (FAILED(CLSIDFromString(libid, &guid)) || std::sscanf(ToUtf8(std::u16string(version)).c_str(), "%u.%u", &major, &minor) != 2)
+        return TYPE_E_LIBNOTREGISTERED;
+    // Version numbers of a library are 16 bits wide.
+    return LoadRegTypeLib(guid, static_cast<WORD>(major), static_cast<WORD>(minor), 0, pptlib);
 }

@@ -44,6 +44,8 @@ std::string HResultText(HRESULT hr)
         {CLASS_E_CLASSNOTAVAILABLE, "CLASS_E_CLASSNOTAVAILABLE", "the server does not provide the class"},
         {REGDB_E_CLASSNOTREG, "REGDB_E_CLASSNOTREG", "class not registered"},
         {CO_E_CLASSSTRING, "CO_E_CLASSSTRING", "no class is registered under the name"},
+        {CO_E_DLLNOTFOUND, "CO_E_DLLNOTFOUND", "the class's module cannot be loaded"},
+        {CO_E_ERRORINDLL, "CO_E_ERRORINDLL", "the class's module has no DllGetClassObject"},
         {DISP_E_UNKNOWNINTERFACE, "DISP_E_UNKNOWNINTERFACE", "unknown interface"},
         {DISP_E_MEMBERNOTFOUND, "DISP_E_MEMBERNOTFOUND", "member not found"},
         {DISP_E_PARAMNOTFOUND, "DISP_E_PARAMNOTFOUND", "parameter not found"},

@@ -22,11 +22,40 @@
 #include "ScriptHost.h"
 #include "Viewer.h"
 #include "com/objbase.h"
-#include "server/QuillonApp.h"
 
 namespace {
 constexpr int kScriptFailed = 1;
 constexpr int kBadUsage = 2;
+constexpr char16_t kControlProgID[] = u"QUILLON.QuillonCtrl.2";
+
+// --registry FILE, taken from any command's arguments: the .reg file the command works in.
+std::string g_strRegistryFile;
+
+// Takes every "--registry FILE" out of the arguments; false when one lacks its FILE.
+bool TakeRegistryOption(int& argc, char** argv)
+{
+    int kept = 2;
+    for (int i = 2; i < argc; ++i) {
+        if (std::string(argv[i]) != "--registry") {
+            argv[kept++] = argv[i];
+            continue;
+        }
+        if (i + 1 >= argc) return false;
+        g_strRegistryFile = argv[++i];
+    }
+    argc = kept;
+    return true;
+}
+
+// The registry a command that uses the control works in; false, with the reason printed, when it
+// cannot be had.
+bool UseRegistry()
+{
+    std::string problem;
+    if (PrepareRegistry(g_strRegistryFile, problem)) return true;
+    std::fprintf(stderr, "quillon: %s\n", problem.c_str());
+    return false;
+}
 
 int Usage(const char* problem)
 {
@@ -61,14 +90,14 @@ const char kControlReferenceIntro[] =
     "\n"
     "```\n";
 
-// The library as a container finds it: through the registry the module has just written.
+// The library as a container finds it: through the registry, from the control's ProgID.
 int TypeLib(int argc, char** argv)
 {
     const bool bMarkdown = argc == 3 && std::string(argv[2]) == "--markdown";
     if (argc > 2 && !bMarkdown) return IsHelp(argv[2]) ? Help("typelib") : Usage("typelib takes only --markdown");
+    if (!UseRegistry()) return kScriptFailed;
     CComPtr<ITypeLib> lib;
-    HRESULT hr = DllRegisterServer();
-    if (SUCCEEDED(hr)) hr = LoadRegTypeLib(LIBID_QuillonLib, kLibVerMajor, kLibVerMinor, 0, &lib);
+    const HRESULT hr = LoadRegisteredTypeLib(kControlProgID, &lib);
     if (FAILED(hr)) {
         std::fprintf(stderr, "quillon: the type library cannot be read: %s\n", HResultText(hr).c_str());
         return kScriptFailed;
@@ -79,19 +108,21 @@ int TypeLib(int argc, char** argv)
     return 0;
 }
 
-// quillon register|unregister [--registry FILE]: what the module wrote or removed, as .reg text.
+// quillon register|unregister [--registry FILE] [MODULE]: what the module (the shipped one when not
+// named) wrote or removed, as .reg text.
 int Registration(int argc, char** argv)
 {
     const std::string command = argv[1];
-    std::string file;
+    std::string module;
     for (int i = 2; i < argc; ++i) {
         const std::string arg = argv[i];
         if (IsHelp(arg)) return Help(command);
-        if (arg == "--registry" && i + 1 < argc) file = argv[++i];
-        else return Usage((command + " takes only --registry FILE").c_str());
+        if (!arg.empty() && arg[0] != '-' && module.empty()) module = arg;
+        else return Usage((command + " takes only --registry FILE and a MODULE").c_str());
     }
+    if (module.empty()) module = ShippedModulePath();
     std::string changed, problem;
-    const bool ok = RunRegistration(command == "register", file, changed, problem);
+    const bool ok = RunRegistration(command == "register", g_strRegistryFile, module, changed, problem);
     std::fputs(changed.c_str(), stdout);
     if (ok) return 0;
     std::fprintf(stderr, "quillon: %s\n", problem.c_str());
@@ -176,8 +207,7 @@ private:
 
 int RunScript(const std::string& source, const std::string& name, double timeout = 0)
 {
-    // The module is "loaded" the way COM would find its InprocServer32.
-    CoRegisterInprocServer(&DllGetClassObject);
+    if (!UseRegistry()) return kScriptFailed;
     bool ok;
     std::string error;
     {
@@ -325,7 +355,7 @@ int View(int argc, char** argv)
         std::fprintf(stderr, "quillon: view needs a display to open its window on, and DISPLAY and WAYLAND_DISPLAY are unset\n");
         return kBadUsage;
     }
-    CoRegisterInprocServer(&DllGetClassObject);
+    if (!UseRegistry()) return kScriptFailed;
     CScriptHost script;
     if (!script.Run(source, name)) {
         std::fprintf(stderr, "quillon: %s\n", script.Error().c_str());
@@ -353,6 +383,7 @@ int View(int argc, char** argv)
 int main(int argc, char** argv)
 {
     if (argc < 2) return Usage(nullptr);
+    if (!TakeRegistryOption(argc, argv)) return Usage("--registry takes the path of a .reg file");
     std::string command = argv[1];
     if (command == "run") return Run(argc, argv);
     if (command == "demo") return Demo(argc, argv);
