@@ -2,11 +2,11 @@
 #include "Registration.h"
 #include <sys/stat.h>
 #include <cstdio>
-#include <filesystem>
 #include <set>
 #include <sstream>
 #include <vector>
 #include "ScriptBinding.h"
+#include "Shipped.h"
 #include "base/module.h"
 #include "com/objbase.h"
 #include "com/winreg.h"
@@ -52,26 +52,14 @@ bool ImportRegistry(const std::string& registryFile, std::string& problem)
     return false;
 }
 
-constexpr char kModuleFileName[] = "Quillon.ocx";
-
 } // namespace
-
-std::string ShippedModulePath()
-{
-    std::error_code error;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (error) return "";
-    for (const auto& place : {program.parent_path(), program.parent_path().parent_path() / "lib" / "quillon"})
-        if (std::filesystem::exists(place / kModuleFileName, error)) return (place / kModuleFileName).string();
-    return "";
-}
 
 bool CallRegistrationExport(const std::string& modulePath, bool bRegister, std::string& problem)
 {
     const char* exportName = bRegister ? "DllRegisterServer" : "DllUnregisterServer";
     HMODULE hModule = modulePath.empty() ? nullptr : LoadLibrary(FromUtf8(modulePath).c_str());
     if (!hModule) {
-        problem = modulePath.empty() ? "the control's module (" + std::string(kModuleFileName) + ") is not beside the program"
+        problem = modulePath.empty() ? "the control's module (Quillon.ocx) is not beside the program"
                                      : "cannot load the module '" + modulePath + "'";
         return false;
     }

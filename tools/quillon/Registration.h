@@ -1,13 +1,10 @@
-// The registry a run of the program works in, the module it ships with, and `quillon register` and
+// The registry a run of the program works in, and `quillon register` and
 // `quillon unregister`: a module's own registration entries, run against the program's registry or a
 // .reg file kept between runs, with the keys written or removed printed.
 #pragma once
 #include <string>
 #include "com/typeinfo.h"
 
-// The module the program ships with: Quillon.ocx beside the program (in the build tree) or in
-// ../lib/quillon (installed). Empty when it is in neither place.
-std::string ShippedModulePath();
 // Loads a module and runs its DllRegisterServer (bRegister) or DllUnregisterServer. False, with the
 // reason in problem, when the module cannot be loaded, lacks the export, or the export fails.
 bool CallRegistrationExport(const std::string& modulePath, bool bRegister, std::string& problem);

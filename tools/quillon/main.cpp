@@ -20,6 +20,7 @@
 #include "TypeLibText.h"
 #include "ScriptBinding.h"
 #include "ScriptHost.h"
+#include "Shipped.h"
 #include "Viewer.h"
 #include "com/objbase.h"
 
@@ -160,14 +161,10 @@ std::string Quoted(const std::string& text)
 }
 
 // The demo's two settings, on its first line so that its line numbers stay those of demo.js: where
-// the gallery goes, and the picture that ships beside the program.
+// the gallery goes, and the picture that ships with the program.
 std::string DemoPrelude(const std::string& galleryPath)
 {
-    char exe[4096];
-    ssize_t n = ::readlink("/proc/self/exe", exe, sizeof exe - 1);
-    std::string dir = n > 0 ? std::string(exe, static_cast<size_t>(n)) : std::string();
-    dir = dir.substr(0, dir.find_last_of('/') + 1);
-    return "var galleryPath = " + Quoted(galleryPath) + ", demoPicture = " + Quoted(dir + "arrow.bmp") + "; ";
+    return "var galleryPath = " + Quoted(galleryPath) + ", demoPicture = " + Quoted(ShippedDemoPicture()) + "; ";
 }
 
 // Ends the program when a script runs past its time. The engine cannot be stopped from outside a
