@@ -15,9 +15,12 @@ namespace {
 constexpr const char16_t* kOleAutomationMarshaler = u"{00020424-0000-0000-C000-000000000046}";
 constexpr DWORD kPathBuffer = 4096;
 
-std::map<HINSTANCE, const TypeLibSource& (*)()>& Resources()
+// A module's TYPELIB resource: the source its library is made from.
+using LibraryResource = const TypeLibSource& (*)();
+
+std::map<HINSTANCE, LibraryResource>& Resources()
 {
-    static std::map<HINSTANCE, const TypeLibSource& (*)()> resources;
+    static std::map<HINSTANCE, LibraryResource> resources;
     return resources;
 }
 
@@ -65,20 +68,29 @@ std::vector<std::pair<GUID, std::u16string>> DispatchInterfaces(ITypeLib* ptlib)
     return out;
 }
 
+// The library resource of the loaded module at that path, or null.
+LibraryResource LoadedLibraryResource(LPCOLESTR szFile)
+{
+    for (const auto& [hModule, source] : Resources()) {
+        OLECHAR path[kPathBuffer];
+        DWORD n = GetModuleFileName(hModule, path, kPathBuffer);
+        if (n > 0 && n < kPathBuffer && std::u16string(path) == szFile) return source;
+    }
+    return nullptr;
+}
+
 } // namespace
 
-void AddTypeLibResource(HINSTANCE hModule, const TypeLibSource& (*pfnSource)()) { Resources()[hModule] = pfnSource; }
+void AddTypeLibResource(HINSTANCE hModule, LibraryResource pfnSource) { Resources()[hModule] = pfnSource; }
 
 HRESULT LoadTypeLib(LPCOLESTR szFile, ITypeLib** pptlib)
 {
     if (!szFile || !pptlib) return E_INVALIDARG;
     *pptlib = nullptr;
-    for (const auto& [hModule, source] : Resources()) {
-        OLECHAR path[kPathBuffer];
-        DWORD n = GetModuleFileName(hModule, path, kPathBuffer);
-        if (n > 0 && n < kPathBuffer && std::u16string(path) == szFile) return CreateTypeLibFromSource(source(), pptlib);
-    }
-    return TYPE_E_CANTLOADLIBRARY;
+    auto source = LoadedLibraryResource(szFile);
+    // A module not loaded yet is loaded for its resource, and stays loaded.
+    if (!source && LoadLibrary(szFile)) source = LoadedLibraryResource(szFile);
+    return source ? CreateTypeLibFromSource(source(), pptlib) : TYPE_E_CANTLOADLIBRARY;
 }
 
 HRESULT RegisterTypeLib(ITypeLib* ptlib, LPCOLESTR szFullPath, LPCOLESTR szHelpDir)

@@ -160,6 +160,9 @@ TEST(Tool, ARegistryFileDecidesWhatEachRunCanCreate)
     r = RunScript(script, "--registry " + reg + " ");
     EXPECT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(r.out, "##\n");
+    r = RunTool("typelib --registry " + reg); // the library is loaded from the module the file names
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out.rfind("[uuid(5C4B1F2F-3E2A-4B7D-9A61-2F0C8D7E4A10), version(2.0)", 0), 0u) << r.out;
 
     ASSERT_EQ(RunTool("unregister --registry " + reg).status, 0);
     EXPECT_EQ(RunScript(script, "--registry " + reg + " ").status, 1);
