@@ -4,6 +4,7 @@
 #include "wintypes.h"
 
 typedef HINSTANCE HMODULE;
+typedef void (*FARPROC)();
 
 #define GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT 0x2
 #define GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS 0x4
@@ -14,3 +15,14 @@ BOOL GetModuleHandleEx(DWORD dwFlags, LPCTSTR lpModuleName, HMODULE* phModule);
 // The module's full path; the characters copied, without the terminator, or 0. A path cut to fit
 // returns nSize, as the real call does.
 DWORD GetModuleFileName(HMODULE hModule, LPTSTR lpFilename, DWORD nSize);
+
+// LoadLibrary over dlopen: the module at that path, loaded and its initialisers run if it was not
+// loaded yet, with one more reference counted. The handle is the module's load address, as
+// GetModuleHandleEx finds it. Null with ERROR_MOD_NOT_FOUND when the file is no loadable module.
+// Stand-in: the path is a file's path; there is no search of the system's folders.
+HMODULE LoadLibrary(LPCTSTR lpLibFileName);
+// FreeLibrary over dlclose: drops one reference; the last one unloads the module.
+BOOL FreeLibrary(HMODULE hLibModule);
+// GetProcAddress over dlsym: an exported function of a loaded module by name; null with
+// ERROR_PROC_NOT_FOUND when it exports none by that name.
+FARPROC GetProcAddress(HMODULE hModule, const char* lpProcName);
