@@ -25,15 +25,26 @@ std::string Slurp(const std::string& path)
     return s.str();
 }
 
-Result RunScript(const std::string& script)
+std::filesystem::path WorkFolder()
 {
     auto dir = std::filesystem::temp_directory_path() / ("quillon-tool-" + std::to_string(::getpid()));
     std::filesystem::create_directories(dir);
-    std::string js = (dir / "script.js").string(), out = (dir / "out.txt").string(), err = (dir / "err.txt").string();
-    std::ofstream(js) << script;
-    std::string cmd = std::string(QUILLON_TOOL) + " run " + js + " >" + out + " 2>" + err;
+    return dir;
+}
+
+Result RunTool(const std::string& args)
+{
+    const std::string out = (WorkFolder() / "out.txt").string(), err = (WorkFolder() / "err.txt").string();
+    std::string cmd = std::string(QUILLON_TOOL) + " " + args + " >" + out + " 2>" + err;
     int status = std::system(cmd.c_str());
     return {WEXITSTATUS(status), Slurp(out), Slurp(err)};
+}
+
+Result RunScript(const std::string& script)
+{
+    const std::string js = (WorkFolder() / "script.js").string();
+    std::ofstream(js) << script;
+    return RunTool("run " + js);
 }
 
 const char* kForm = "var form = host.form(100, 100, 400, 300);\n"
@@ -130,4 +141,16 @@ TEST(Tool, FrozenAreaOutlivesTheLookUntilThawed)
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(r.out, "true true 0\n");
     EXPECT_NE(r.err.find("freeze: the area must be non-empty"), std::string::npos) << r.err;
+}
+
+// The program's own version, then the module the control comes in, as its version resource states it.
+TEST(Tool, VersionReportsTheModulesVersionResource)
+{
+    Result r = RunTool("--version");
+    EXPECT_EQ(r.status, 0) << r.err;
+    const std::string firstLine = r.out.substr(0, r.out.find('\n') + 1);
+    EXPECT_EQ(firstLine.rfind("quillon 2.0.0 (Duktape ", 0), 0u) << firstLine;
+    EXPECT_EQ(r.out.substr(firstLine.size()), "control module " + std::filesystem::canonical(QUILLON_TOOL).string() +
+                                                  "\n  Quillon Masked Edit ActiveX Control 2.0.0.4\n  self-registering\n");
+    EXPECT_EQ(r.err, "");
 }

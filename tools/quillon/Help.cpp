@@ -10,7 +10,7 @@ const char* const kUsage =
     "       quillon register [--registry FILE]          register the control's module, printing the keys written\n"
     "       quillon unregister [--registry FILE]        unregister it, printing the keys removed\n"
     "       quillon help [COMMAND]                      this summary, or the help of one command\n"
-    "       quillon --version                           the program's version\n"
+    "       quillon --version                           the program's version and the control module's\n"
     "The script API is described in docs/scripting.md; examples/ holds scripts to start from.\n";
 
 namespace {

@@ -13,6 +13,7 @@
 #include <sstream>
 #include <string>
 #include <thread>
+#include <vector>
 #include <unistd.h>
 #include <duktape.h>
 #include "Help.h"
@@ -21,6 +22,8 @@
 #include "ScriptBinding.h"
 #include "ScriptHost.h"
 #include "Viewer.h"
+#include "base/module.h"
+#include "base/winver.h"
 #include "com/objbase.h"
 #include "server/QuillonApp.h"
 
@@ -98,11 +101,70 @@ int Registration(int argc, char** argv)
     return kScriptFailed;
 }
 
+// The file the control's module is loaded from. The control is linked into this program, so that
+// is the program's own file.
+CString ShippedModulePath()
+{
+    HMODULE hModule = nullptr;
+    char16_t path[4096];
+    if (!GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                           reinterpret_cast<LPCTSTR>(&DllGetClassObject), &hModule))
+        return CString();
+    const DWORD n = GetModuleFileName(hModule, path, 4096);
+    return n > 0 && n < 4096 ? CString(path) : CString();
+}
+
+// A text entry of the block's first translation; null when the block has none by that name.
+const char16_t* VersionString(const std::vector<BYTE>& block, const char* pszName)
+{
+    DWORD* pTranslation = nullptr;
+    UINT cb = 0;
+    if (!VerQueryValue(block.data(), u"\\VarFileInfo\\Translation", reinterpret_cast<void**>(&pTranslation), &cb) ||
+        cb < sizeof(DWORD))
+        return nullptr;
+    char key[64];
+    std::snprintf(key, sizeof key, "\\StringFileInfo\\%04X%04X\\%s", LOWORD(*pTranslation), HIWORD(*pTranslation), pszName);
+    void* pValue = nullptr;
+    UINT cch = 0;
+    return VerQueryValue(block.data(), FromUtf8(key).c_str(), &pValue, &cch) ? static_cast<const char16_t*>(pValue) : nullptr;
+}
+
+// The module's description and file version, and whether it registers itself, as its version
+// resource states them; false with the reason when it has none.
+bool DescribeModule(const CString& strPath, std::string& text)
+{
+    DWORD dwHandle = 0;
+    const DWORD cb = GetFileVersionInfoSize(strPath, &dwHandle);
+    std::vector<BYTE> block(cb);
+    VS_FIXEDFILEINFO* pFixed = nullptr;
+    UINT cbFixed = 0;
+    const char16_t* pszDescription = nullptr;
+    if (cb == 0 || !GetFileVersionInfo(strPath, dwHandle, cb, block.data()) ||
+        !VerQueryValue(block.data(), u"\\", reinterpret_cast<void**>(&pFixed), &cbFixed) || cbFixed < sizeof *pFixed ||
+        !(pszDescription = VersionString(block, "FileDescription"))) {
+        text = GetLastError() == ERROR_FILE_NOT_FOUND ? "no such file" : "no version resource";
+        return false;
+    }
+    char version[64];
+    std::snprintf(version, sizeof version, "%u.%u.%u.%u", HIWORD(pFixed->dwFileVersionMS), LOWORD(pFixed->dwFileVersionMS),
+                  HIWORD(pFixed->dwFileVersionLS), LOWORD(pFixed->dwFileVersionLS));
+    text = "  " + ToUtf8(std::u16string(pszDescription)) + " " + version + "\n";
+    if (VersionString(block, "OLESelfRegister")) text += "  self-registering\n";
+    return true;
+}
+
 int Version()
 {
     std::printf("quillon %s (Duktape %ld.%ld.%ld)\n", QUILLON_VERSION, DUK_VERSION / 10000, DUK_VERSION / 100 % 100,
                 DUK_VERSION % 100);
-    return 0;
+    const CString strModule = ShippedModulePath();
+    std::string text;
+    const bool ok = DescribeModule(strModule, text);
+    std::printf("control module %s\n%s", ToUtf8(strModule).c_str(), ok ? text.c_str() : "");
+    if (ok) return 0;
+    std::fflush(stdout);
+    std::fprintf(stderr, "quillon: %s: %s\n", ToUtf8(strModule).c_str(), text.c_str());
+    return kScriptFailed;
 }
 
 bool ReadFile(const char* path, std::string& text)
