@@ -136,13 +136,16 @@ bool DescribeModule(const CString& strPath, std::string& text)
     DWORD dwHandle = 0;
     const DWORD cb = GetFileVersionInfoSize(strPath, &dwHandle);
     std::vector<BYTE> block(cb);
+    if (cb == 0 || !GetFileVersionInfo(strPath, dwHandle, cb, block.data())) {
+        text = GetLastError() == ERROR_FILE_NOT_FOUND ? "no such file" : "no version resource";
+        return false;
+    }
     VS_FIXEDFILEINFO* pFixed = nullptr;
     UINT cbFixed = 0;
-    const char16_t* pszDescription = nullptr;
-    if (cb == 0 || !GetFileVersionInfo(strPath, dwHandle, cb, block.data()) ||
-        !VerQueryValue(block.data(), u"\\", reinterpret_cast<void**>(&pFixed), &cbFixed) || cbFixed < sizeof *pFixed ||
-        !(pszDescription = VersionString(block, "FileDescription"))) {
-        text = GetLastError() == ERROR_FILE_NOT_FOUND ? "no such file" : "no version resource";
+    const char16_t* pszDescription = VersionString(block, "FileDescription");
+    if (!VerQueryValue(block.data(), u"\\", reinterpret_cast<void**>(&pFixed), &cbFixed) || cbFixed < sizeof *pFixed ||
+        !pszDescription) {
+        text = "a version resource without the file's version or description";
         return false;
     }
     char version[64];
