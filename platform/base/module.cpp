@@ -1,4 +1,4 @@
-// Module handles and paths over the dynamic loader (dladdr).
+// Module handles and paths over the dynamic loader (dladdr, dlopen).
 #include "module.h"
 #include <dlfcn.h>
 #include <link.h>
@@ -6,9 +6,34 @@
 #include <climits>
 #include <cstdlib>
 #include <unistd.h>
-#include <map>
 #include <string>
 #include "cstring.h"
+#include "winerror.h"
+
+namespace {
+
+// A loaded module's image address: the module holding its own dynamic section.
+HMODULE ImageOf(void* handle)
+{
+    link_map* map = nullptr;
+    Dl_info info{};
+    if (!handle || dlinfo(handle, RTLD_DI_LINKMAP, &map) != 0 || !dladdr(map->l_ld, &info)) return nullptr;
+    return static_cast<HMODULE>(info.dli_fbase);
+}
+
+// The loader's own handle of a module that is loaded already, with one more reference on it. The
+// main program is known by its image, not by a path.
+void* LoadedModule(HMODULE hModule)
+{
+    void* program = dlopen(nullptr, RTLD_LAZY);
+    if (hModule && ImageOf(program) == hModule) return program;
+    if (program) dlclose(program);
+    Dl_info info{};
+    if (!hModule || !dladdr(hModule, &info) || !info.dli_fname || !*info.dli_fname) return nullptr;
+    return dlopen(info.dli_fname, RTLD_LAZY | RTLD_NOLOAD);
+}
+
+} // namespace
 
 BOOL GetModuleHandleEx(DWORD dwFlags, LPCTSTR lpModuleName, HMODULE* phModule)
 {
@@ -36,56 +61,33 @@ DWORD GetModuleFileName(HMODULE hModule, LPTSTR lpFilename, DWORD nSize)
     return wide.size() < nSize ? n : nSize;
 }
 
-namespace {
-
-// Each module LoadLibrary gave, by load address: the loader's handle and the loads not yet freed.
-struct LoadedModule {
-    void* handle;
-    int nLoads;
-};
-
-std::map<HMODULE, LoadedModule>& Loaded()
-{
-    static std::map<HMODULE, LoadedModule> loaded;
-    return loaded;
-}
-
-} // namespace
-
 HMODULE LoadLibrary(LPCTSTR lpLibFileName)
 {
-    if (!lpLibFileName || !*lpLibFileName) return nullptr;
-    void* handle = dlopen(ToUtf8(std::u16string(lpLibFileName)).c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!handle) return nullptr;
-    // The load address is found from an address inside the module: its dynamic section.
-    link_map* map = nullptr;
-    HMODULE hModule = nullptr;
-    if (dlinfo(handle, RTLD_DI_LINKMAP, &map) != 0 ||
-        !GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCTSTR>(map->l_ld), &hModule)) {
-        dlclose(handle);
-        return nullptr;
+    void* handle = lpLibFileName ? dlopen(ToUtf8(std::u16string(lpLibFileName)).c_str(), RTLD_NOW | RTLD_LOCAL) : nullptr;
+    HMODULE hModule = ImageOf(handle);
+    if (!hModule) {
+        if (handle) dlclose(handle);
+        SetLastError(ERROR_MOD_NOT_FOUND);
     }
-    // dlopen counts every load as LoadLibrary does; each FreeLibrary gives one back.
-    LoadedModule& loaded = Loaded()[hModule];
-    loaded.handle = handle;
-    ++loaded.nLoads;
     return hModule;
 }
 
 BOOL FreeLibrary(HMODULE hLibModule)
 {
-    auto it = Loaded().find(hLibModule);
-    assert(it != Loaded().end() && "FreeLibrary: not a module LoadLibrary gave");
-    if (it == Loaded().end()) return FALSE;
-    if (dlclose(it->second.handle) != 0) return FALSE;
-    if (--it->second.nLoads == 0) Loaded().erase(it);
-    return TRUE;
+    void* handle = LoadedModule(hLibModule);
+    if (!handle) {
+        SetLastError(ERROR_MOD_NOT_FOUND);
+        return FALSE;
+    }
+    dlclose(handle);   // the reference just taken to find it
+    return dlclose(handle) == 0;
 }
 
-FARPROC GetProcAddress(HMODULE hModule, LPCSTR lpProcName)
+FARPROC GetProcAddress(HMODULE hModule, const char* lpProcName)
 {
-    auto it = Loaded().find(hModule);
-    assert(it != Loaded().end() && "GetProcAddress: only the exports of a module LoadLibrary gave are looked up");
-    if (it == Loaded().end() || !lpProcName) return nullptr;
-    return reinterpret_cast<FARPROC>(dlsym(it->second.handle, lpProcName));
+    void* handle = LoadedModule(hModule);
+    void* proc = handle && lpProcName ? dlsym(handle, lpProcName) : nullptr;
+    if (handle) dlclose(handle);
+    if (!proc) SetLastError(handle ? ERROR_PROC_NOT_FOUND : ERROR_MOD_NOT_FOUND);
+    return reinterpret_cast<FARPROC>(proc);
 }

@@ -4,6 +4,9 @@
 #include "wintypes.h"
 
 typedef HINSTANCE HMODULE;
+// Stand-in: returns nothing rather than INT_PTR, the one function type the compiler lets a caller
+// cast to the export's real type without a warning.
+typedef void (*FARPROC)();
 
 #define GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT 0x2
 #define GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS 0x4
@@ -15,15 +18,13 @@ BOOL GetModuleHandleEx(DWORD dwFlags, LPCTSTR lpModuleName, HMODULE* phModule);
 // returns nSize, as the real call does.
 DWORD GetModuleFileName(HMODULE hModule, LPTSTR lpFilename, DWORD nSize);
 
-// Stand-in: returns nothing rather than INT_PTR, the one function type the compiler lets a caller
-// cast to the export's real type without a warning.
-typedef void (*FARPROC)();
-
-// The module at that path, loaded (dlopen, its static objects built) or, when it already is, counted
-// once more; its handle is its load address, as GetModuleHandleEx gives. Null when the file cannot be
-// loaded. Stand-in: no search path; a name without a folder is looked up as the dynamic loader does.
+// LoadLibrary over dlopen: the module at that path, loaded and its initialisers run if it was not
+// loaded yet, with one more reference counted. The handle is the module's load address, as
+// GetModuleHandleEx finds it. Null with ERROR_MOD_NOT_FOUND when the file is no loadable module.
+// Stand-in: the path is a file's path; there is no search of the system's folders.
 HMODULE LoadLibrary(LPCTSTR lpLibFileName);
-// One count less; the module is unloaded when none is left. FALSE for a handle LoadLibrary did not give.
+// FreeLibrary over dlclose: drops one reference; the last one unloads the module.
 BOOL FreeLibrary(HMODULE hLibModule);
-// An export of a module LoadLibrary gave, by name; null when it has none of that name.
-FARPROC GetProcAddress(HMODULE hModule, LPCSTR lpProcName);
+// GetProcAddress over dlsym: an exported function of a loaded module by name; null with
+// ERROR_PROC_NOT_FOUND when it exports none by that name.
+FARPROC GetProcAddress(HMODULE hModule, const char* lpProcName);

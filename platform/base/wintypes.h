@@ -34,7 +34,6 @@ typedef char16_t* LPTSTR;
 typedef const char16_t* LPCOLESTR;
 typedef char16_t* LPOLESTR;
 typedef const char16_t* LPCWSTR;
-typedef const char* LPCSTR;
 #define _T(x) u##x
 #define L_(x) u##x
 

@@ -103,6 +103,7 @@ protected:
 };
 
 #define OLEIVERB_PROPERTIES (-7)
+#define DVASPECT_CONTENT 1
 #define OLEOBJ_S_INVALIDVERB ((HRESULT)0x00040180L)
 
 struct MSG;
@@ -114,6 +115,8 @@ struct IOleObject : IUnknown {
     // Runs a verb: OLEIVERB_PROPERTIES, or the object's own verbs numbered from 0.
     virtual HRESULT DoVerb(LONG iVerb, MSG* lpmsg, IOleClientSite* pActiveSite, LONG lindex, HWND hwndParent,
                            LPCRECT lprcPosRect) = 0;
+    // The object's OLEMISC bits for a drawing aspect.
+    virtual HRESULT GetMiscStatus(DWORD dwAspect, DWORD* pdwStatus) = 0;
 protected:
     ~IOleObject() = default;
 };

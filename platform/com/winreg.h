@@ -4,6 +4,7 @@
 // import and export of .reg text, so that a registry can be kept between runs.
 #pragma once
 #include <string>
+#include "base/winerror.h"
 #include "base/wintypes.h"
 
 DECLARE_HANDLE(HKEY);
@@ -11,14 +12,6 @@ typedef LONG LSTATUS;
 
 #define HKEY_CLASSES_ROOT ((HKEY)(uintptr_t)0x80000000)
 #define REG_SZ 1
-
-#define ERROR_SUCCESS 0L
-#define ERROR_FILE_NOT_FOUND 2L
-#define ERROR_ACCESS_DENIED 5L
-#define ERROR_INVALID_HANDLE 6L
-#define ERROR_INVALID_PARAMETER 87L
-#define ERROR_MORE_DATA 234L
-#define ERROR_NO_MORE_ITEMS 259L
 
 // Sub-key paths are separated by backslashes; an empty or null path names the key itself.
 LSTATUS RegCreateKey(HKEY hKey, LPCTSTR lpSubKey, HKEY* phkResult);

@@ -71,6 +71,8 @@ public:
     HRESULT Close(DWORD dwSaveOption) override;
     HRESULT DoVerb(LONG iVerb, MSG* lpmsg, IOleClientSite* pActiveSite, LONG lindex, HWND hwndParent,
                    LPCRECT lprcPosRect) override;
+    // The class's status for DVASPECT_CONTENT, none for the other aspects.
+    HRESULT GetMiscStatus(DWORD dwAspect, DWORD* pdwStatus) override;
 
     // ISpecifyPropertyPages, from the class's page list.
     HRESULT GetPages(CAUUID* pPages) override;
@@ -108,6 +110,8 @@ public:
     virtual LPCLSID GetPropPageIDs(ULONG& cPropPages);
     // The string resource of the class's user type name.
     virtual UINT GetUserTypeNameID() { return 0; }
+    // The class's OLEMISC bits, the same it registers.
+    virtual DWORD GetMiscStatus() { return 0; }
     // The class's own verbs, numbered from 0: their handlers, as the verb map lists them.
     using VerbHandler = BOOL (*)(COleControl* pCtrl, LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
     virtual const std::vector<VerbHandler>& GetVerbMap() const;

@@ -37,6 +37,13 @@ HRESULT COleControl::DoVerb(LONG iVerb, MSG* lpmsg, IOleClientSite*, LONG, HWND 
     return verbs[iVerb](this, lpmsg, hwndParent, lprcPosRect) ? S_OK : E_FAIL;
 }
 
+HRESULT COleControl::GetMiscStatus(DWORD dwAspect, DWORD* pdwStatus)
+{
+    if (!pdwStatus) return E_POINTER;
+    *pdwStatus = dwAspect == DVASPECT_CONTENT ? GetMiscStatus() : 0;
+    return S_OK;
+}
+
 CString COleControl::GetUserType()
 {
     WCHAR name[256] = {};

@@ -151,6 +151,10 @@ public:
     // Property pages, the About box and the Properties verb
     LPCLSID GetPropPageIDs(ULONG& cPropPages) override;
     UINT GetUserTypeNameID() override;
+    // What a container reads before it creates the control, from the registry or from the object.
+    static const DWORD dwOleMisc;
+    DWORD GetMiscStatus() override { return dwOleMisc; }
+    using COleControl::GetMiscStatus;   // the IOleObject door beside the overridable
     const std::vector<VerbHandler>& GetVerbMap() const override;
     void SetPropertyPages(SHORT nNewValue);
     void AboutBox();

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <string>
 #include "base/module.h"
+#include "base/winver.h"
 #include "com/comcat.h"
 #include "control/QuillonCtrl.h"
 #include "framework/olereg.h"
@@ -16,11 +17,6 @@ CQuillonApp theApp;
 
 namespace {
 
-// What a container reads before it creates the control: recomposed on resize, not linked inside,
-// activated inside-out and when visible, the client site set first.
-constexpr DWORD kQuillonMiscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
-                                     OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
-
 class CQuillonCtrlFactory : public COleObjectFactory {
 public:
     CQuillonCtrlFactory()
@@ -32,7 +28,7 @@ public:
     {
         if (!bRegister) return AfxOleUnregisterClass(GetClassID(), GetProgID());
         return AfxOleRegisterControlClass(AfxGetInstanceHandle(), GetClassID(), GetProgID(), IDS_QUILLON, IDB_QUILLON,
-                                          afxRegApartmentThreading, kQuillonMiscStatus, LIBID_QuillonLib,
+                                          afxRegApartmentThreading, CQuillonCtrl::dwOleMisc, LIBID_QuillonLib,
                                           kLibVerMajor, kLibVerMinor);
     }
 };
@@ -58,16 +54,19 @@ private:
 };
 
 // The resources go to the platform's tables as the module loads, before any factory is asked; the
-// type library is found by the module's own handle.
+// type library and the version resource are found by the module's own handle, and the version
+// resource leaves with the module when it is unloaded.
 struct CResourceLoader {
     CResourceLoader()
     {
         RegisterQuillonResources();
-        HMODULE hModule = nullptr;
         GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                          reinterpret_cast<LPCTSTR>(this), &hModule);
-        AddTypeLibResource(hModule, &QuillonTypeLibSource);
+                          reinterpret_cast<LPCTSTR>(this), &m_hModule);
+        AddTypeLibResource(m_hModule, &QuillonTypeLibSource);
+        RegisterQuillonVersion(m_hModule);
     }
+    ~CResourceLoader() { UnregisterVersionResource(m_hModule); }
+    HMODULE m_hModule = nullptr;
 };
 
 } // namespace

@@ -1,9 +1,10 @@
 // The module's resources: the About box (dialog 1), the General, More and About pages (dialogs 200,
-// 201, 202) with the pages' combo box lines, the strings, and the icons and toolbox bitmap, handed
-// to the platform's resource tables when the module loads.
+// 201, 202) with the pages' combo box lines, the strings, the icons and toolbox bitmap, and the
+// version resource, handed to the platform's resource tables when the module loads.
 #include "server/QuillonResources.h"
 #include <iterator>
 #include <vector>
+#include "base/winver.h"
 #include "gdi/standin.h"
 #include "framework/dc.h"
 #include "gdi/wingdi.h"
@@ -230,7 +231,30 @@ HICON PaintIcon(int size, Painter paint)
     return icon;
 }
 
+// Version ------------------------------------------------------------------------------------
+
+// OLESelfRegister, present with no value, tells installers that the module registers itself.
+const VERSIONSTRING kVersionStrings[] = {
+    {u"CompanyName", u"The Quillon developers"},
+    {u"FileDescription", u"Quillon Masked Edit ActiveX Control"},
+    {u"FileVersion", u"2, 0, 0, 4"},
+    {u"InternalName", u"QUILLON"},
+    {u"LegalCopyright", u"Copyright (C) The Quillon developers"},
+    {u"OLESelfRegister", u""},
+    {u"OriginalFilename", u"QUILLON.OCX"},
+    {u"ProductName", u"Quillon ActiveX Control"},
+    {u"ProductVersion", u"2, 0, 0, 4"},
+};
+
+// US English, Unicode.
+const VERSIONINFOTEMPLATE kVersionInfo = {
+    {2, 0, 0, 4}, {2, 0, 0, 4}, VS_FFI_FILEFLAGSMASK, 0, VOS__WINDOWS32, VFT_DLL, VFT2_UNKNOWN,
+    0x0409, 0x04B0, kVersionStrings, std::size(kVersionStrings),
+};
+
 } // namespace
+
+void RegisterQuillonVersion(HMODULE hModule) { RegisterVersionResource(hModule, VS_VERSION_INFO, kVersionInfo); }
 
 void RegisterQuillonResources()
 {

@@ -15,6 +15,11 @@ LPCLSID CQuillonCtrl::GetPropPageIDs(ULONG& cPropPages)
 
 UINT CQuillonCtrl::GetUserTypeNameID() { return IDS_QUILLON; }
 
+// Recomposed on resize, not linked inside, activated inside-out and when visible, the client site
+// set first.
+const DWORD CQuillonCtrl::dwOleMisc = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
+                                      OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
+
 // The verb map: ON_OLEVERB(AFX_IDS_VERB_PROPERTIES, OnProperties), the framework's own handler.
 const std::vector<COleControl::VerbHandler>& CQuillonCtrl::GetVerbMap() const
 {

@@ -493,7 +493,4 @@ TEST(QuillonResources, IconsAndToolboxBitmap)
     ASSERT_TRUE(GetObject(LoadBitmap(nullptr, MAKEINTRESOURCE(1)), sizeof bm, &bm));
     EXPECT_EQ(bm.bmWidth, 16);
     EXPECT_EQ(bm.bmHeight, 15);
-    WCHAR name[64] = {};
-    EXPECT_EQ(LoadString(nullptr, 1, name, 64), 19);
-    EXPECT_EQ(std::u16string(name), u"Quillon Control 2.0");
 }

@@ -1,6 +1,9 @@
-// The module's class entries in the registry, written and removed through its factories.
+// The module's class entries in the registry, written and removed through its factories, and the
+// module's own data: its version resource, strings and status bits.
 #include <gtest/gtest.h>
+#include <vector>
 #include "base/module.h"
+#include "base/winver.h"
 #include "com/comcat.h"
 #include "com/winreg.h"
 #include "framework/olefact.h"
@@ -8,6 +11,7 @@
 #include "server/QuillonApp.h"
 #include "com/typeinfo.h"
 #include "control/QuillonCtrl.h"
+#include "user/dlgctl.h"
 
 namespace {
 
@@ -139,4 +143,74 @@ TEST(Registration, WithoutTheCategoryManagerWhatWasDoneStays)
     EXPECT_EQ(RegExportText(), before) << "nothing removed after the first step fails";
     CoRegisterInprocServer(&ComcatDllGetClassObject);
     RegClearClassesRoot();
+}
+
+namespace {
+
+std::u16string VersionText(const std::vector<BYTE>& block, const std::u16string& name)
+{
+    void* value = nullptr;
+    UINT cch = 0;
+    const std::u16string path = u"\\StringFileInfo\\040904B0\\" + name;
+    return VerQueryValue(block.data(), path.c_str(), &value, &cch) ? static_cast<const char16_t*>(value) : u"(none)";
+}
+
+} // namespace
+
+// The module's version resource as an installer reads it from the module's file.
+TEST(ModuleData, VersionResource)
+{
+    const std::u16string path = FromUtf8(ModulePath());
+    const DWORD cb = GetFileVersionInfoSize(path.c_str(), nullptr);
+    std::vector<BYTE> block(cb);
+    ASSERT_TRUE(cb > 0 && GetFileVersionInfo(path.c_str(), 0, cb, block.data()));
+    VS_FIXEDFILEINFO* pFixed = nullptr;
+    UINT cbValue = 0;
+    ASSERT_TRUE(VerQueryValue(block.data(), u"\\", reinterpret_cast<void**>(&pFixed), &cbValue));
+    EXPECT_EQ(pFixed->dwSignature, DWORD(VS_FFI_SIGNATURE));
+    EXPECT_EQ(std::vector<DWORD>({pFixed->dwFileVersionMS, pFixed->dwFileVersionLS, pFixed->dwProductVersionMS,
+                                  pFixed->dwProductVersionLS, pFixed->dwFileType, pFixed->dwFileFlags}),
+              std::vector<DWORD>({0x00020000, 4, 0x00020000, 4, VFT_DLL, 0})) << "2.0.0.4, a DLL, a release build";
+    DWORD* pTranslation = nullptr;
+    ASSERT_TRUE(VerQueryValue(block.data(), u"\\VarFileInfo\\Translation", reinterpret_cast<void**>(&pTranslation), &cbValue));
+    EXPECT_EQ(std::vector<DWORD>(pTranslation, pTranslation + cbValue / 4), std::vector<DWORD>({0x04B00409}));
+    for (auto [name, value] : {std::pair{u"FileDescription", u"Quillon Masked Edit ActiveX Control"},
+                               std::pair{u"InternalName", u"QUILLON"}, std::pair{u"OriginalFilename", u"QUILLON.OCX"},
+                               std::pair{u"ProductName", u"Quillon ActiveX Control"}, std::pair{u"OLESelfRegister", u""},
+                               std::pair{u"FileVersion", u"2, 0, 0, 4"}, std::pair{u"ProductVersion", u"2, 0, 0, 4"},
+                               std::pair{u"Comments", u"(none)"}})
+        EXPECT_EQ(ToUtf8(VersionText(block, name)), ToUtf8(std::u16string(value))) << ToUtf8(std::u16string(name));
+}
+
+// Strings 1 to 6 and 200, and none beside them; the status a container reads from the object
+// itself is the one the class registers.
+TEST(ModuleData, StringsAndMiscStatus)
+{
+    CoRegisterInprocServer(&DllGetClassObject);   // the class served from this program
+    const std::vector<std::pair<UINT, std::u16string>> strings = {
+        {1, u"Quillon Control 2.0"}, {2, u"Quillon Property Page"}, {3, u"Quillon Property Page"}, {4, u"More"},
+        {5, u"Quillon Property Page"}, {6, u"About"}, {200, u"General"}};
+    for (const auto& [id, text] : strings) {
+        WCHAR buffer[64] = {};
+        EXPECT_EQ(LoadString(nullptr, id, buffer, 64), static_cast<int>(text.size())) << id;
+        EXPECT_EQ(ToUtf8(std::u16string(buffer)), ToUtf8(text)) << id;
+    }
+    for (UINT id : {0u, 7u, 199u, 201u}) {
+        WCHAR buffer[64] = {};
+        EXPECT_EQ(LoadString(nullptr, id, buffer, 64), 0) << id;
+    }
+
+    IDispatch* control = nullptr;
+    ASSERT_EQ(CoCreateInstance(CQuillonCtrl::clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
+                               reinterpret_cast<void**>(&control)), S_OK);
+    IOleObject* ole = nullptr;
+    ASSERT_EQ(control->QueryInterface(IID_IOleObject, reinterpret_cast<void**>(&ole)), S_OK);
+    DWORD dwStatus = 1;
+    EXPECT_EQ(ole->GetMiscStatus(DVASPECT_CONTENT, &dwStatus), S_OK);
+    EXPECT_EQ(dwStatus, 131473u);
+    EXPECT_EQ(ole->GetMiscStatus(4, &dwStatus), S_OK);   // DVASPECT_ICON
+    EXPECT_EQ(dwStatus, 0u);
+    EXPECT_EQ(ToUtf8(static_cast<CQuillonCtrl*>(control)->GetUserType()), "Quillon Control 2.0") << "string 1";
+    ole->Release();
+    control->Release();
 }

@@ -10,7 +10,7 @@ const char* const kUsage =
     "       quillon register [MODULE]                   register the control's module, printing the keys written\n"
     "       quillon unregister [MODULE]                 unregister it, printing the keys removed\n"
     "       quillon help [COMMAND]                      this summary, or the help of one command\n"
-    "       quillon --version                           the program's version\n"
+    "       quillon --version                           the program's version and the control module's\n"
     "Every command but help takes --registry FILE: the registry is read from that .reg file instead of\n"
     "being the program's own with the shipped module registered in it; register and unregister write it back.\n"
     "The script API is described in docs/scripting.md; examples/ holds scripts to start from.\n";

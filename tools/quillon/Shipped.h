@@ -9,3 +9,6 @@ std::string ShippedFile(const std::string& name, const std::string& installedFol
 std::string ShippedModulePath();
 // The picture the demo puts on its drop button.
 std::string ShippedDemoPicture();
+// The module's description and file version, and whether it registers itself, as its version
+// resource states them; false with the reason when it has none.
+bool DescribeModule(const std::string& path, std::string& text);

@@ -13,6 +13,7 @@
 #include <sstream>
 #include <string>
 #include <thread>
+#include <vector>
 #include <unistd.h>
 #include <duktape.h>
 #include "Help.h"
@@ -134,7 +135,14 @@ int Version()
 {
     std::printf("quillon %s (Duktape %ld.%ld.%ld)\n", QUILLON_VERSION, DUK_VERSION / 10000, DUK_VERSION / 100 % 100,
                 DUK_VERSION % 100);
-    return 0;
+    const std::string module = ShippedModulePath();
+    std::string text;
+    const bool ok = DescribeModule(module, text);
+    std::printf("control module %s\n%s", module.c_str(), ok ? text.c_str() : "");
+    if (ok) return 0;
+    std::fflush(stdout);
+    std::fprintf(stderr, "quillon: %s: %s\n", module.empty() ? "Quillon.ocx" : module.c_str(), text.c_str());
+    return kScriptFailed;
 }
 
 bool ReadFile(const char* path, std::string& text)
