@@ -2,6 +2,8 @@
 #include "olectl.h"
 #include "com/typeinfo.h"
 #include "base/colors.h"
+#include "base/module.h"
+#include "olereg.h"
 
 namespace {
 
@@ -60,13 +62,25 @@ HRESULT COleControl::GetTypeLib(ITypeLib** ppTLib)
 const IID& COleControl::GetPrimaryDispatchIID() const { return IID_NULL; }
 
 namespace {
+// The control's library; one that is not registered is read from the module's own file, as the
+// framework falls back to the module's resources. Else GetTypeLib's failure.
+HRESULT LoadControlTypeLib(COleControl& control, ITypeLib** ppTLib)
+{
+    HRESULT hr = control.GetTypeLib(ppTLib);
+    if (SUCCEEDED(hr)) return hr;
+    constexpr DWORD kPath = 4096;
+    OLECHAR path[kPath];
+    DWORD n = GetModuleFileName(AfxGetInstanceHandle(), path, kPath);
+    return n > 0 && n < kPath && SUCCEEDED(LoadTypeLib(path, ppTLib)) ? S_OK : hr;
+}
+
 // A type of the control's library by its GUID.
 HRESULT TypeInfoOf(COleControl& control, REFGUID guid, ITypeInfo** ppTInfo)
 {
     if (!ppTInfo) return E_POINTER;
     *ppTInfo = nullptr;
     CComPtr<ITypeLib> lib;
-    HRESULT hr = control.GetTypeLib(&lib);
+    HRESULT hr = LoadControlTypeLib(control, &lib);
     return FAILED(hr) ? hr : lib->GetTypeInfoOfGuid(guid, ppTInfo);
 }
 } // namespace

@@ -166,22 +166,26 @@ TEST_F(TypeLib, EventsEnumerationsCoclassAndTheLibraryItself)
     EXPECT_EQ(none, nullptr);
 }
 
-// The control finds its library through the registry, so only once the module is registered.
-TEST_F(ControlTest, ControlDescribesItselfThroughItsRegisteredLibrary)
+// The control looks its library up in the registry; until the module is registered, the library in
+// the module's own file answers for it.
+TEST_F(ControlTest, ControlDescribesItselfThroughItsLibrary)
 {
     RegClearClassesRoot();
-    IDispatch* control = static_cast<IDispatch*>(static_cast<COleControl*>(Inside(Create())));
+    CQuillonCtrl* ctrl = Inside(Create());
+    IDispatch* control = static_cast<IDispatch*>(static_cast<COleControl*>(ctrl));
+    CComPtr<ITypeLib> lib;
+    EXPECT_EQ(ctrl->GetTypeLib(&lib), TYPE_E_LIBNOTREGISTERED);
     CComPtr<ITypeInfo> info;
-    EXPECT_EQ(control->GetTypeInfo(0, 0, &info), TYPE_E_LIBNOTREGISTERED);
-    ASSERT_EQ(DllRegisterServer(), S_OK);
     ASSERT_EQ(control->GetTypeInfo(0, 0, &info), S_OK);
     TYPEATTR* attr = nullptr;
     info->GetTypeAttr(&attr);
     EXPECT_EQ(attr->guid, DIID__DQuillon);
     info->ReleaseTypeAttr(attr);
+    ASSERT_EQ(DllRegisterServer(), S_OK);
+    EXPECT_EQ(ctrl->GetTypeLib(&lib), S_OK);
     CComPtr<ITypeInfo> other, coclass;
     EXPECT_EQ(control->GetTypeInfo(1, 0, &other), DISP_E_BADINDEX);
-    ASSERT_EQ(static_cast<COleControl*>(Inside(Create()))->GetClassInfo(&coclass), S_OK);
+    ASSERT_EQ(static_cast<COleControl*>(ctrl)->GetClassInfo(&coclass), S_OK);
     coclass->GetTypeAttr(&attr);
     EXPECT_EQ(attr->typekind, TKIND_COCLASS);
     EXPECT_EQ(attr->guid, CQuillonCtrl::clsid);
