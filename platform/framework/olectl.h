@@ -96,7 +96,8 @@ public:
     virtual const CEventMap& GetEventMap() const = 0;
     virtual const CLSID& GetClassIDRef() const = 0;
     // The library describing the control and its primary dispatch interface in it; a control
-    // without one answers TYPE_E_LIBNOTREGISTERED.
+    // without one answers TYPE_E_LIBNOTREGISTERED. When it fails, the type information is read
+    // from the library in the module's own file, if it has one.
     virtual HRESULT GetTypeLib(ITypeLib** ppTLib);
     virtual const IID& GetPrimaryDispatchIID() const;
     // The events interface the class fires, as its library declares it; IID_NULL for none.
