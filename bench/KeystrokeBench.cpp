@@ -13,7 +13,7 @@ static void BM_MaskedKeyEvent(benchmark::State& state)
     CControlSite* q = form->Create(u"QUILLON.QuillonCtrl.2", RECT{10, 10, 130, 34});
     q->Put(u"EditMask", COleVariant(u"(###) ###-####"));
     long changes = 0;
-    q->SetEventHandler([&](const EventEntry& e, VARIANT*, UINT) { changes += e.dispid == 3; });
+    q->SetEventHandler([&](const EventInfo& e, VARIANT*, UINT) { changes += e.dispid == 3; });
     host.Pump();
     host.Focus(*q);
     const CString typed(u"(555) 123-4567");
@@ -42,7 +42,7 @@ static void BM_BackspaceOverLiteralRun(benchmark::State& state)
     const int nLiterals = static_cast<int>(state.range(0));
     q->Put(u"EditMask", COleVariant(CString(u"#") + CString(u'-', nLiterals) + u"#"));
     long changes = 0;
-    q->SetEventHandler([&](const EventEntry& e, VARIANT*, UINT) { changes += e.dispid == 3; });
+    q->SetEventHandler([&](const EventInfo& e, VARIANT*, UINT) { changes += e.dispid == 3; });
     host.Pump();
     for (auto _ : state) {
         state.PauseTiming();

@@ -5,27 +5,25 @@
 #include "host/Host.h"
 #include "user/winuser.h"
 
-CControlSite::CControlSite(CHost& host, IUnknown* pControl, const RECT& rc) : m_host(host), m_rc(rc)
+CControlSite::CControlSite(CHost& host, IUnknown* pControl, const RECT& rc) : m_host(host), m_info(pControl), m_rc(rc)
 {
     pControl->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&m_pDispatch));
-    CComPtr<IProvideClassInfo> info;
-    if (SUCCEEDED(pControl->QueryInterface(IID_IProvideClassInfo, reinterpret_cast<void**>(&info)))) {
-        m_pDispatchInfo = info->GetDispatchMapInfo();
-        m_pEventInfo = info->GetEventMapInfo();
-    }
     CComPtr<IOleObject> ole;
     if (SUCCEEDED(pControl->QueryInterface(IID_IOleObject, reinterpret_cast<void**>(&ole)))) ole->SetClientSite(this);
-    CComPtr<IConnectionPoint> cp;
-    if (SUCCEEDED(pControl->QueryInterface(IID_IConnectionPoint, reinterpret_cast<void**>(&cp))))
-        cp->Advise(static_cast<IDispatch*>(this), &m_dwEventCookie);
+    // The sink hears the events interface the class information names, at the point the control has for it.
+    CComPtr<IConnectionPointContainer> points;
+    if (m_info.EventsIID() != IID_NULL &&
+        SUCCEEDED(pControl->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&points))) &&
+        SUCCEEDED(points->FindConnectionPoint(m_info.EventsIID(), &m_pEventPoint)) &&
+        FAILED(m_pEventPoint->Advise(static_cast<IDispatch*>(this), &m_dwEventCookie)))
+        m_pEventPoint.Reset();
 }
 
 CControlSite::~CControlSite()
 {
+    if (m_pEventPoint) m_pEventPoint->Unadvise(m_dwEventCookie);
+    m_pEventPoint.Reset();
     if (!m_pDispatch) return;
-    CComPtr<IConnectionPoint> cp;
-    if (m_dwEventCookie && SUCCEEDED(m_pDispatch->QueryInterface(IID_IConnectionPoint, reinterpret_cast<void**>(&cp))))
-        cp->Unadvise(m_dwEventCookie);
     CComPtr<IOleObject> ole;
     if (SUCCEEDED(m_pDispatch->QueryInterface(IID_IOleObject, reinterpret_cast<void**>(&ole)))) ole->Close(0);
     m_pDispatch->Release();
@@ -137,7 +135,7 @@ HRESULT CControlSite::OnChanged(DISPID dispID)
 
 HRESULT CControlSite::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* p, VARIANT*, EXCEPINFO*, UINT*)
 {
-    const EventEntry* event = m_pEventInfo ? m_pEventInfo->FindById(id) : nullptr;
+    const EventInfo* event = m_info.FindEvent(id);
     if (!event) return DISP_E_MEMBERNOTFOUND;
     if (!m_onEvent) return S_OK;
     std::vector<VARIANT> args(p ? p->rgvarg : nullptr, p ? p->rgvarg + p->cArgs : nullptr);

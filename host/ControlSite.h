@@ -6,7 +6,7 @@
 #include <vector>
 #include "com/ocidl.h"
 #include "com/proppage.h"
-#include "framework/dispmap.h"
+#include "host/ControlInfo.h"
 
 class CHost;
 
@@ -17,7 +17,7 @@ class CControlSite final : public IOleClientSite,
                            public IOleInPlaceSite {
 public:
     // An event as the sink heard it: arguments in declaration order, by-reference ones writable.
-    using EventHandler = std::function<void(const EventEntry& event, VARIANT* args, UINT count)>;
+    using EventHandler = std::function<void(const EventInfo& event, VARIANT* args, UINT count)>;
 
     CControlSite(CHost& host, IUnknown* pControl, const RECT& rc);
     ~CControlSite();
@@ -57,8 +57,8 @@ public:
     bool PreTranslate(MSG& msg);
     // Paints a control without a window into the form's DC at its place.
     void DrawInto(HDC hdc);
-    const CDispatchMap* DispatchInfo() const { return m_pDispatchInfo; }
-    const CEventMap* EventInfo() const { return m_pEventInfo; }
+    // The control's members and events as its type information declares them.
+    const CControlInfo& Info() const { return m_info; }
     const RECT& Rect() const { return m_rc; }
 
     HRESULT InitNew();
@@ -80,8 +80,8 @@ public:
 private:
     CHost& m_host;
     IDispatch* m_pDispatch = nullptr;
-    const CDispatchMap* m_pDispatchInfo = nullptr;
-    const CEventMap* m_pEventInfo = nullptr;
+    CControlInfo m_info;
+    CComPtr<IConnectionPoint> m_pEventPoint;
     DWORD m_dwEventCookie = 0;
     RECT m_rc;
     HWND m_hWndForm = nullptr;

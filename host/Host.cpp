@@ -3,8 +3,8 @@
 #include <algorithm>
 #include "com/objbase.h"
 #include "base/colors.h"
-#include "framework/filedlg.h"
 #include "gdi/wingdi.h"
+#include "user/commdlg.h"
 #include "user/winuser.h"
 
 namespace {
@@ -56,7 +56,7 @@ CHost::CHost()
         ::DispatchMessage(&msg);
     });
     ::SetMessageBeepHook([this](UINT type) { if (m_onBeep) m_onBeep(type); });
-    AfxSetFileDialogHook([this](BOOL bOpen, const CString& initialName, CString& path) {
+    ::SetFileDialogHook([this](BOOL bOpen, const CString& initialName, CString& path) {
         return m_onFileDialog && m_onFileDialog(bOpen ? "open" : "save", initialName, path);
     });
     ::SetModalDialogHook([this](HWND hDlg) { if (m_onDialog) m_onDialog(hDlg); });
@@ -68,7 +68,7 @@ CHost::~CHost()
     m_forms.clear();
     ::SetMessagePump(nullptr);
     ::SetMessageBeepHook(nullptr);
-    AfxSetFileDialogHook(nullptr);
+    ::SetFileDialogHook(nullptr);
     ::SetModalDialogHook(nullptr);
     if (m_pAmbientFont) m_pAmbientFont->Release();
 }

@@ -39,7 +39,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "embed: no control is registered as QUILLON.QuillonCtrl.2\n");
         return 1;
     }
-    phone->SetEventHandler([](const EventEntry& event, VARIANT* args, UINT count) {
+    phone->SetEventHandler([](const EventInfo& event, VARIANT* args, UINT count) {
         if (event.name.Left(3) == u"Key") return; // the keys themselves are not news
         std::string line = ToUtf8(event.name);
         for (UINT i = 0; i < count; ++i) line += " " + Text(args[i]);

@@ -17,6 +17,7 @@ inline constexpr IID IID_IPropertyBag = {0x55272A00, 0x42CB, 0x11CE, {0x81, 0x35
 inline constexpr IID IID_IPersistPropertyBag = {0x37D84F60, 0x42CB, 0x11CE, {0x81, 0x35, 0x00, 0xAA, 0x00, 0x4B, 0xB8, 0x51}};
 inline constexpr IID IID_IPropertyNotifySink = {0x9BFBBC02, 0xEFF1, 0x101A, {0x84, 0xED, 0x00, 0xAA, 0x00, 0x34, 0x1D, 0x07}};
 inline constexpr IID IID_IConnectionPoint = {0xB196B286, 0xBAB4, 0x101A, {0xB6, 0x9C, 0x00, 0xAA, 0x00, 0x34, 0x1D, 0x07}};
+inline constexpr IID IID_IConnectionPointContainer = {0xB196B284, 0xBAB4, 0x101A, {0xB6, 0x9C, 0x00, 0xAA, 0x00, 0x34, 0x1D, 0x07}};
 inline constexpr IID IID_IOleClientSite = {0x00000118, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 inline constexpr IID IID_IOleObject = {0x00000112, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 inline constexpr IID IID_IProvideClassInfo = {0xB196B283, 0xBAB4, 0x101A, {0xB6, 0x9C, 0x00, 0xAA, 0x00, 0x34, 0x1D, 0x07}};
@@ -82,13 +83,23 @@ protected:
     ~IPropertyNotifySink() = default;
 };
 
-// Event connection. Stand-in: the control hands out this interface directly instead of going
-// through IConnectionPointContainer::FindConnectionPoint; one kind of sink, the event IDispatch.
+// Event connection. Stand-in: only Advise and Unadvise. A control's event point is found through
+// IConnectionPointContainer; the font object hands out its notification point directly.
 struct IConnectionPoint : IUnknown {
     virtual HRESULT Advise(IUnknown* pUnkSink, DWORD* pdwCookie) = 0;
     virtual HRESULT Unadvise(DWORD dwCookie) = 0;
 protected:
     ~IConnectionPoint() = default;
+};
+
+#define CONNECT_E_NOCONNECTION ((HRESULT)0x80040200L)
+
+// Stand-in: FindConnectionPoint only, without EnumConnectionPoints.
+struct IConnectionPointContainer : IUnknown {
+    // The point for the outgoing interface riid, with a reference; CONNECT_E_NOCONNECTION if none.
+    virtual HRESULT FindConnectionPoint(REFIID riid, IConnectionPoint** ppCP) = 0;
+protected:
+    ~IConnectionPointContainer() = default;
 };
 
 // The container's site of one control. Stand-in: the ambient properties come through
@@ -152,18 +163,11 @@ protected:
     ~IViewObject() = default;
 };
 
-class CDispatchMap;
-class CEventMap;
-
 struct ITypeInfo;
-struct ITypeLib;
 
-// The class's type information: GetClassInfo gives the coclass. Stand-in, until the hosts walk the
-// type information: they may read the method and event tables directly.
+// The class's type information: GetClassInfo gives the coclass.
 struct IProvideClassInfo : IUnknown {
     virtual HRESULT GetClassInfo(ITypeInfo** ppTI) = 0;
-    virtual const CDispatchMap* GetDispatchMapInfo() = 0;
-    virtual const CEventMap* GetEventMapInfo() = 0;
 protected:
     ~IProvideClassInfo() = default;
 };

@@ -1,35 +1,25 @@
-// CFileDialog: the host's answer in place of the common dialog.
+// CFileDialog: the common dialog's structure filled from the constructor's arguments.
 #include "filedlg.h"
+#include <algorithm>
 
 namespace {
-AfxFileDialogHook& Hook()
-{
-    static AfxFileDialogHook hook;
-    return hook;
-}
-
-// The last path component holds no dot.
-bool HasNoExtension(const CString& path)
-{
-    int slash = -1;
-    for (int i = 0; i < path.GetLength(); ++i) if (path[i] == u'/' || path[i] == u'\\') slash = i;
-    return path.Find(u'.', slash + 1) < 0;
-}
+// The longest path the platform has, so that no chosen path is refused for want of room.
+constexpr DWORD kMaxPath = 32768;
 } // namespace
 
-void AfxSetFileDialogHook(AfxFileDialogHook hook) { Hook() = std::move(hook); }
-
-CFileDialog::CFileDialog(BOOL bOpenFileDialog, LPCTSTR lpszDefExt, LPCTSTR lpszFileName, DWORD, LPCTSTR, CWnd*,
+CFileDialog::CFileDialog(BOOL bOpenFileDialog, LPCTSTR lpszDefExt, LPCTSTR lpszFileName, DWORD dwFlags, LPCTSTR, CWnd*,
                          DWORD, BOOL)
-    : m_bOpenFileDialog(bOpenFileDialog), m_strDefExt(lpszDefExt), m_strFileName(lpszFileName)
+    : m_bOpenFileDialog(bOpenFileDialog), m_dwFlags(dwFlags), m_strDefExt(lpszDefExt), m_strFileName(lpszFileName)
 {
 }
 
 INT_PTR CFileDialog::DoModal()
 {
-    CString path;
-    if (!Hook() || !Hook()(m_bOpenFileDialog, m_strFileName, path) || path.IsEmpty()) return IDCANCEL;
-    if (!m_strDefExt.IsEmpty() && HasNoExtension(path)) path += CString(u".") + m_strDefExt;
-    m_strPath = path;
+    std::vector<TCHAR> file(kMaxPath, u'\0');
+    std::copy_n(m_strFileName.GetString(), std::min<DWORD>(m_strFileName.GetLength(), kMaxPath - 1), file.data());
+    OPENFILENAME ofn{sizeof(OPENFILENAME), nullptr, nullptr, file.data(), kMaxPath, m_dwFlags,
+                     m_strDefExt.IsEmpty() ? nullptr : m_strDefExt.GetString()};
+    if (!(m_bOpenFileDialog ? ::GetOpenFileName(&ofn) : ::GetSaveFileName(&ofn))) return IDCANCEL;
+    m_strPath = CString(file.data());
     return IDOK;
 }

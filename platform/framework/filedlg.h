@@ -1,7 +1,7 @@
-// CFileDialog: MFC's common Open and Save As dialog, answered by the host.
+// CFileDialog: MFC's common Open and Save As dialog, over GetOpenFileName and GetSaveFileName.
 #pragma once
-#include <functional>
-#include "base/cstring.h"
+#include <vector>
+#include "user/commdlg.h"
 
 class CWnd;
 
@@ -9,14 +9,6 @@ class CWnd;
 #define IDOK 1
 #define IDCANCEL 2
 #endif
-#define OFN_OVERWRITEPROMPT 0x00000002
-#define OFN_HIDEREADONLY 0x00000004
-
-// Stand-in: no window is shown. DoModal asks the host's answer: the hook gets TRUE for an Open
-// dialog and FALSE for a Save As one, and the initial file name, and returns the chosen path or
-// false to cancel. Without a hook every dialog is cancelled.
-using AfxFileDialogHook = std::function<bool(BOOL bOpenFileDialog, const CString& initialName, CString& path)>;
-void AfxSetFileDialogHook(AfxFileDialogHook hook);
 
 class CFileDialog {
 public:
@@ -30,5 +22,6 @@ public:
 
 private:
     BOOL m_bOpenFileDialog;
+    DWORD m_dwFlags;
     CString m_strDefExt, m_strFileName, m_strPath;
 };

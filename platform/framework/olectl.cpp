@@ -30,7 +30,7 @@ HRESULT COleControl::QueryInterface(REFIID riid, void** ppv)
     if (riid == IID_IUnknown || riid == IID_IDispatch) *ppv = static_cast<IDispatch*>(this);
     else if (riid == IID_IPersistPropertyBag) *ppv = static_cast<IPersistPropertyBag*>(this);
     else if (riid == IID_IPersistStreamInit) *ppv = static_cast<IPersistStreamInit*>(this);
-    else if (riid == IID_IConnectionPoint) *ppv = static_cast<IConnectionPoint*>(this);
+    else if (riid == IID_IConnectionPointContainer) *ppv = static_cast<IConnectionPointContainer*>(this);
     else if (riid == IID_IOleObject) *ppv = static_cast<IOleObject*>(this);
     else if (riid == IID_IProvideClassInfo) *ppv = static_cast<IProvideClassInfo*>(this);
     else if (riid == IID_IOleInPlaceObject) *ppv = static_cast<IOleInPlaceObject*>(this);
@@ -58,6 +58,7 @@ HRESULT COleControl::GetTypeLib(ITypeLib** ppTLib)
 }
 
 const IID& COleControl::GetPrimaryDispatchIID() const { return IID_NULL; }
+const IID& COleControl::GetEventsIID() const { return IID_NULL; }
 
 namespace {
 // A type of the control's library by its GUID.
@@ -109,6 +110,16 @@ HRESULT COleControl::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* par
 void COleControl::ThrowError(HRESULT sc, UINT nDescriptionID, UINT nHelpID)
 {
     throw new COleDispatchException(sc, FrameworkText(nDescriptionID), nHelpID);
+}
+
+HRESULT COleControl::FindConnectionPoint(REFIID riid, IConnectionPoint** ppCP)
+{
+    if (!ppCP) return E_POINTER;
+    *ppCP = nullptr;
+    if (riid == IID_NULL || riid != GetEventsIID()) return CONNECT_E_NOCONNECTION;
+    AddRef();
+    *ppCP = static_cast<IConnectionPoint*>(this);
+    return S_OK;
 }
 
 HRESULT COleControl::Advise(IUnknown* sink, DWORD* cookie)

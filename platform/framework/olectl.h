@@ -10,6 +10,8 @@
 #include "fontholder.h"
 #include "pxchange.h"
 
+struct ITypeLib;
+
 // The automation error a control's method raises through COleControl::ThrowError; the dispatch
 // turns it into DISP_E_EXCEPTION with the code and description in EXCEPINFO.
 class COleDispatchException : public CException {
@@ -28,6 +30,7 @@ class COleControl : public CWnd,
                     public IDispatch,
                     public IPersistPropertyBag,
                     public IPersistStreamInit,
+                    public IConnectionPointContainer,
                     public IConnectionPoint,
                     public IOleObject,
                     public IProvideClassInfo,
@@ -61,6 +64,8 @@ public:
     HRESULT Load(IStream* pStm) override;
     HRESULT Save(IStream* pStm, BOOL fClearDirty) override;
 
+    // IConnectionPointContainer: the one point, for the class's events interface.
+    HRESULT FindConnectionPoint(REFIID riid, IConnectionPoint** ppCP) override;
     // IConnectionPoint: the host's event sink, an IDispatch.
     HRESULT Advise(IUnknown* pUnkSink, DWORD* pdwCookie) override;
     HRESULT Unadvise(DWORD dwCookie) override;
@@ -79,8 +84,6 @@ public:
 
     // IProvideClassInfo
     HRESULT GetClassInfo(ITypeInfo** ppTI) override;
-    const CDispatchMap* GetDispatchMapInfo() override { return &GetDispatchMap(); }
-    const CEventMap* GetEventMapInfo() override { return &GetEventMap(); }
 
     // IOleInPlaceObject, IOleInPlaceActiveObject, IViewObject: the control in the container's window.
     HRESULT InPlaceActivate(HWND hwndParent, LPCRECT lprcPosRect) override;
@@ -95,9 +98,12 @@ public:
     virtual const CEventMap& GetEventMap() const = 0;
     virtual const CLSID& GetClassIDRef() const = 0;
     // The library describing the control and its primary dispatch interface in it; a control
-    // without one answers TYPE_E_LIBNOTREGISTERED.
+    // without one answers TYPE_E_LIBNOTREGISTERED. When it fails, the type information is read
+    // from the library in the module's own file, if it has one.
     virtual HRESULT GetTypeLib(ITypeLib** ppTLib);
     virtual const IID& GetPrimaryDispatchIID() const;
+    // The events interface the class fires, as its library declares it; IID_NULL for none.
+    virtual const IID& GetEventsIID() const;
     virtual void DoPropExchange(CPropExchange* pPX);
     virtual void OnResetState();
     virtual void OnFontChanged();

@@ -12,6 +12,7 @@
 #include <string>
 #include "com/objbase.h"
 #include "com/ocidl.h"
+#include "com/typeinfo.h"
 #include "filedlg.h"
 #include "gdi/standin.h"
 #include "gdi/wingdi.h"
@@ -91,8 +92,31 @@ HRESULT PutProp(LPDISPATCH p, const CString& name, VARIANT value)
     return SUCCEEDED(hr) ? p->Invoke(id, IID_NULL, 0, DISPATCH_PROPERTYPUT, &args, nullptr, nullptr, nullptr) : hr;
 }
 
-// A stock page: the objects' properties of one type, read from their class information (OLE_COLOR
-// properties are VT_UI4 in the tables; pictures and fonts VT_DISPATCH, the font being DISPID_FONT).
+// The writable dispatch properties of one type that the type information declares, in its order,
+// but for the one left out.
+std::vector<CString> WritableProperties(ITypeInfo* info, VARTYPE vt, MEMBERID leftOut)
+{
+    std::vector<CString> out;
+    TYPEATTR* attr = nullptr;
+    if (FAILED(info->GetTypeAttr(&attr))) return out;
+    for (UINT i = 0; i < attr->cVars; ++i) {
+        VARDESC* v = nullptr;
+        if (FAILED(info->GetVarDesc(i, &v))) continue;
+        BSTR name = nullptr;
+        UINT n = 0;
+        if (v->varkind == VAR_DISPATCH && !(v->wVarFlags & VARFLAG_FREADONLY) && v->elemdescVar.tdesc.vt == vt &&
+            v->memid != leftOut && info->GetNames(v->memid, &name, 1, &n) == S_OK && n == 1) {
+            out.push_back(BstrToString(name));
+            SysFreeString(name);
+        }
+        info->ReleaseVarDesc(v);
+    }
+    info->ReleaseTypeAttr(attr);
+    return out;
+}
+
+// A stock page: the objects' properties of one type, read from the first object's type information
+// (OLE_COLOR properties are VT_UI4 in it; pictures and fonts VT_DISPATCH, the font being DISPID_FONT).
 class CStockPage : public COlePropertyPage {
 public:
     CStockPage(UINT idDlg, const CLSID& clsid) : COlePropertyPage(idDlg, idDlg), m_clsid(clsid) {}
@@ -107,12 +131,9 @@ protected:
     }
     std::vector<CString> PropertiesOf(VARTYPE vt, bool bPictures)
     {
-        std::vector<CString> out;
-        CComPtr<IProvideClassInfo> info;
-        if (!First() || FAILED(First()->QueryInterface(IID_IProvideClassInfo, reinterpret_cast<void**>(&info)))) return out;
-        for (const DispEntry& e : info->GetDispatchMapInfo()->Entries())
-            if ((e.flags & DISPATCH_PROPERTYPUT) && e.vt == vt && (!bPictures || e.dispid != DISPID_FONT)) out.push_back(e.name);
-        return out;
+        CComPtr<ITypeInfo> info;
+        if (!First() || FAILED(First()->GetTypeInfo(0, 0, &info))) return {};
+        return WritableProperties(info.Get(), vt, bPictures ? DISPID_FONT : MEMBERID_NIL);
     }
     void PutAll(const CString& name, const VARIANT& value)
     {

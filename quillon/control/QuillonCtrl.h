@@ -24,6 +24,7 @@ public:
     const CLSID& GetClassIDRef() const override { return clsid; }
     HRESULT GetTypeLib(ITypeLib** ppTLib) override;
     const IID& GetPrimaryDispatchIID() const override;
+    const IID& GetEventsIID() const override;
 
     // Property store
     void DoPropExchange(CPropExchange* pPX) override;

@@ -141,3 +141,4 @@ const TypeLibSource& QuillonTypeLibSource()
 HRESULT CQuillonCtrl::GetTypeLib(ITypeLib** ppTLib) { return LoadRegTypeLib(LIBID_QuillonLib, kLibVerMajor, kLibVerMinor, 0, ppTLib); }
 
 const IID& CQuillonCtrl::GetPrimaryDispatchIID() const { return DIID__DQuillon; }
+const IID& CQuillonCtrl::GetEventsIID() const { return DIID__DQuillonEvents; }

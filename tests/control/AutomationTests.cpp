@@ -32,7 +32,7 @@ const std::vector<std::string> kOneTextPut = {"PropertyChanged Text", "Change"};
 TEST_F(ControlTest, DispatchTableInOrderWithDispids)
 {
     CControlSite* q = Create();
-    const auto& entries = q->DispatchInfo()->Entries();
+    const auto& entries = CQuillonCtrl::DispatchMap().Entries();
     ASSERT_GE(entries.size(), std::size(kTable));
     for (size_t i = 0; i < std::size(kTable); ++i) {
         EXPECT_EQ(ToUtf8(entries[i].name), kTable[i].name) << "row " << i;

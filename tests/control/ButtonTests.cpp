@@ -82,7 +82,7 @@ TEST_F(Buttons, StopTimerInAHandlerEndsTheRepeat)
 {
     CControlSite* q = WithButtons();
     int clicks = 0;
-    q->SetEventHandler([&](const EventEntry& e, VARIANT*, UINT) {
+    q->SetEventHandler([&](const EventInfo& e, VARIANT*, UINT) {
         if (e.name == u"ClickSpin" && ++clicks == 2) Call(q, u"StopTimer");
     });
     Press(q, 110, 5);

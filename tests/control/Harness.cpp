@@ -13,8 +13,9 @@ ControlTest::ControlTest()
     UseLinkedModule();
     m_form = m_host.NewForm(RECT{100, 100, 500, 400});
     m_host.m_onPropertyChanged = [this](CControlSite& site, DISPID id) {
-        const DispEntry* e = site.DispatchInfo() ? site.DispatchInfo()->FindById(id) : nullptr;
-        m_log.push_back("PropertyChanged " + (e ? ToUtf8(e->name) : std::to_string(id)));
+        // The stock text, which the library does not declare, is known by its standard dispid.
+        const MemberInfo* m = site.Info().FindMember(id);
+        m_log.push_back("PropertyChanged " + (m ? ToUtf8(m->name) : id == DISPID_TEXT ? "Text" : std::to_string(id)));
     };
     m_host.m_onBeep = [this](UINT) { m_log.push_back("Beep"); };
     m_gdiObjects = GdiGetLiveObjectCount();
@@ -33,7 +34,7 @@ ControlTest::~ControlTest()
 }
 
 namespace {
-void Record(std::vector<std::string>& log, const EventEntry& e, VARIANT* args, UINT n)
+void Record(std::vector<std::string>& log, const EventInfo& e, VARIANT* args, UINT n)
 {
     std::string line = ToUtf8(e.name);
     for (UINT i = 0; i < n; ++i) {
@@ -50,7 +51,7 @@ CControlSite* ControlTest::Create()
     HRESULT hr = E_FAIL;
     CControlSite* site = m_form->Create(u"QUILLON.QuillonCtrl.2", RECT{10, 10, 130, 34}, &hr);
     EXPECT_EQ(hr, S_OK);
-    if (site) site->SetEventHandler([this](const EventEntry& e, VARIANT* a, UINT n) { Record(m_log, e, a, n); });
+    if (site) site->SetEventHandler([this](const EventInfo& e, VARIANT* a, UINT n) { Record(m_log, e, a, n); });
     return site;
 }
 
@@ -59,7 +60,7 @@ CControlSite* ControlTest::Load(const CString& bag)
     HRESULT hr = E_FAIL;
     CControlSite* site = m_form->Load(u"QUILLON.QuillonCtrl.2", bag, RECT{10, 40, 130, 64}, &hr);
     EXPECT_EQ(hr, S_OK);
-    if (site) site->SetEventHandler([this](const EventEntry& e, VARIANT* a, UINT n) { Record(m_log, e, a, n); });
+    if (site) site->SetEventHandler([this](const EventInfo& e, VARIANT* a, UINT n) { Record(m_log, e, a, n); });
     return site;
 }
 

@@ -226,7 +226,7 @@ TEST_F(Keystrokes, PasswordCharBypassesTheMask)
 TEST_F(Keystrokes, KeyPressHandlersCannotSteerTheEngine)
 {
     CControlSite* q = Focused(u"##");
-    q->SetEventHandler([](const EventEntry& e, VARIANT* args, UINT) {
+    q->SetEventHandler([](const EventInfo& e, VARIANT* args, UINT) {
         if (e.name == u"KeyPress") *args[0].piVal = u'7';
     });
     m_host.Type(u"x");

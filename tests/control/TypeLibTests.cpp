@@ -1,4 +1,4 @@
-// QuillonLib against the control's dispatch and event maps, member by member.
+// QuillonLib against the control's maps, member by member, and the site's view of the control read from it.
 #include <gtest/gtest.h>
 #include "Harness.h"
 #include "control/QuillonCtrl.h"
@@ -166,7 +166,7 @@ TEST_F(TypeLib, EventsEnumerationsCoclassAndTheLibraryItself)
     EXPECT_EQ(none, nullptr);
 }
 
-// The control finds its library through the registry, so only once the module is registered.
+// The control finds its library through the registry, so only while the library is registered.
 TEST_F(ControlTest, ControlDescribesItselfThroughItsRegisteredLibrary)
 {
     IDispatch* control = static_cast<IDispatch*>(static_cast<COleControl*>(Inside(Create())));
@@ -187,4 +187,50 @@ TEST_F(ControlTest, ControlDescribesItselfThroughItsRegisteredLibrary)
     EXPECT_EQ(attr->guid, CQuillonCtrl::clsid);
     coclass->ReleaseTypeAttr(attr);
     RegClearClassesRoot();
+}
+
+// The site knows the control as its class information declares it: members with their kinds, types
+// and parameter names, and the events, whose interface is the one point the control connects.
+TEST_F(ControlTest, SiteKnowsTheControlFromItsTypeInformation)
+{
+    const CControlInfo& info = Create()->Info();
+    EXPECT_EQ(info.Members().size(), 68u);
+    const MemberInfo* border = info.FindMember(u"bordertype");
+    ASSERT_TRUE(border);
+    EXPECT_EQ(border->name, u"BorderType");
+    EXPECT_EQ(border->dispid, 2);
+    EXPECT_EQ(border->wInvoke, DISPATCH_PROPERTYGET | DISPATCH_PROPERTYPUT);
+    EXPECT_EQ(border->result.vt, VT_USERDEFINED);
+    EXPECT_EQ(border->result.typeName, u"enumBorder");
+    const MemberInfo* setSel = info.FindMember(51);
+    ASSERT_TRUE(setSel && setSel->IsMethod());
+    ASSERT_EQ(setSel->params.size(), 3u);
+    EXPECT_EQ(setSel->params[2].name, u"bNoScroll");
+    EXPECT_EQ(setSel->params[2].vt, VT_BOOL);
+    EXPECT_EQ(info.FindMember(u"AddItem")->result.vt, VT_I2);
+    EXPECT_EQ(info.FindMember(DISPID_TEXT), nullptr) << "the stock text is not declared";
+    EXPECT_EQ(info.FindMember(u"Bogus"), nullptr);
+
+    EXPECT_EQ(info.EventsIID(), DIID__DQuillonEvents);
+    const auto& events = CQuillonCtrl::EventMap().Entries();
+    ASSERT_EQ(info.Events().size(), events.size());
+    for (size_t i = 0; i < events.size(); ++i) {
+        const EventInfo& e = info.Events()[i];
+        EXPECT_EQ(e.name, events[i].name);
+        EXPECT_EQ(e.dispid, events[i].dispid);
+        ASSERT_EQ(e.params.size(), events[i].params.size()) << ToUtf8(e.name);
+        for (size_t p = 0; p < e.params.size(); ++p)
+            EXPECT_EQ(e.params[p].vt | (e.params[p].bByRef ? VT_BYREF : 0), events[i].params[p]) << ToUtf8(e.name);
+    }
+    EXPECT_EQ(info.FindEvent(u"keypress")->params[0].name, u"KeyAscii");
+
+    CComPtr<IConnectionPointContainer> points;
+    CComPtr<IConnectionPoint> point;
+    ASSERT_EQ(Create()->Control()->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&points)), S_OK);
+    EXPECT_EQ(points->FindConnectionPoint(DIID__DQuillon, &point), CONNECT_E_NOCONNECTION);
+    EXPECT_FALSE(point);
+
+    CControlInfo none(m_host.AmbientFont()); // an object without class information
+    EXPECT_TRUE(none.Members().empty() && none.Events().empty());
+    EXPECT_EQ(none.EventsIID(), IID_NULL);
 }

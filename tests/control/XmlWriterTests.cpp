@@ -1,6 +1,5 @@
 // The XML document as written: the string for every selector, value forms, and the file's bytes.
 #include "XmlFixture.h"
-#include "framework/filedlg.h"
 
 namespace {
 

@@ -22,23 +22,22 @@ CControlSite* SiteOf(duk_context* ctx, duk_idx_t idx)
 }
 
 // The member of that whole name: one with a NUL in it names none.
-const DispEntry* FindMember(CControlSite* site, const CString& name)
+const MemberInfo* FindMember(CControlSite* site, const CString& name)
 {
-    const CDispatchMap* map = site ? site->DispatchInfo() : nullptr;
-    return map && name.Find(u'\0') < 0 ? map->FindByName(name) : nullptr;
+    return site && name.Find(u'\0') < 0 ? site->Info().FindMember(name) : nullptr;
 }
 
 duk_ret_t UnknownMember(duk_context* ctx, CControlSite* site, const std::string& name)
 {
     std::vector<std::string> names;
-    if (const CDispatchMap* map = site ? site->DispatchInfo() : nullptr)
-        for (const DispEntry& e : map->Entries()) names.push_back(ToUtf8(e.name));
+    if (site)
+        for (const MemberInfo& m : site->Info().Members()) names.push_back(ToUtf8(m.name));
     return PushScriptError(ctx, "unknown property or method '" + name + "'" + DidYouMean(name, names));
 }
 
-duk_ret_t ReadOnly(duk_context* ctx, const DispEntry* entry)
+duk_ret_t ReadOnly(duk_context* ctx, const MemberInfo* member)
 {
-    return PushScriptError(ctx, "'" + ToUtf8(entry->name) + "' is a read-only property");
+    return PushScriptError(ctx, "'" + ToUtf8(member->name) + "' is a read-only property");
 }
 
 // A method of the control, called with the script's arguments.
@@ -47,7 +46,7 @@ duk_ret_t MethodBody(duk_context* ctx)
     duk_idx_t n = duk_get_top(ctx);
     duk_push_current_function(ctx);
     auto* site = static_cast<CControlSite*>(GetHiddenPointer(ctx, -1, kMethodSiteKey));
-    auto* entry = static_cast<const DispEntry*>(GetHiddenPointer(ctx, -1, kEntryKey));
+    auto* entry = static_cast<const MemberInfo*>(GetHiddenPointer(ctx, -1, kEntryKey));
     duk_pop(ctx);
     std::vector<COleVariant> values(static_cast<size_t>(n));
     for (duk_idx_t i = 0; i < n; ++i)
@@ -61,11 +60,11 @@ duk_ret_t MethodBody(duk_context* ctx)
     return 1;
 }
 
-void PushMethod(duk_context* ctx, CControlSite* site, const DispEntry* entry)
+void PushMethod(duk_context* ctx, CControlSite* site, const MemberInfo* entry)
 {
     duk_push_c_function(ctx, &Guarded<MethodBody>, DUK_VARARGS);
     PutHiddenPointer(ctx, -1, kMethodSiteKey, site);
-    PutHiddenPointer(ctx, -1, kEntryKey, const_cast<DispEntry*>(entry));
+    PutHiddenPointer(ctx, -1, kEntryKey, const_cast<MemberInfo*>(entry));
 }
 
 // get trap [target key receiver]: a method as a function, a property's value, or the target's own
@@ -78,8 +77,8 @@ duk_ret_t GetBody(duk_context* ctx)
         duk_get_prop(ctx, 0);
         return 1;
     }
-    if (const DispEntry* entry = FindMember(site, ScriptString(ctx, 1))) {
-        if (entry->flags & DISPATCH_METHOD) {
+    if (const MemberInfo* entry = FindMember(site, ScriptString(ctx, 1))) {
+        if (entry->IsMethod()) {
             PushMethod(ctx, site, entry);
             return 1;
         }
@@ -106,11 +105,11 @@ duk_ret_t SetBody(duk_context* ctx)
 {
     CControlSite* site = SiteOf(ctx, 0);
     std::string name = duk_is_symbol(ctx, 1) ? "(symbol)" : duk_get_string(ctx, 1);
-    const DispEntry* entry = duk_is_symbol(ctx, 1) ? nullptr : FindMember(site, ScriptString(ctx, 1));
+    const MemberInfo* entry = duk_is_symbol(ctx, 1) ? nullptr : FindMember(site, ScriptString(ctx, 1));
     if (!entry) return UnknownMember(ctx, site, name);
-    if (entry->flags & DISPATCH_METHOD)
+    if (entry->IsMethod())
         return PushScriptError(ctx, "'" + ToUtf8(entry->name) + "' is a method and cannot be assigned");
-    if (!entry->put) return ReadOnly(ctx, entry);
+    if (entry->IsReadOnly()) return ReadOnly(ctx, entry);
     COleVariant value;
     if (!ToVariant(ctx, 2, value))
         return PushScriptError(ctx, "'" + ToUtf8(entry->name) + "' cannot be set to " + ScriptTypeName(ctx, 2));
@@ -130,11 +129,10 @@ duk_ret_t OnBody(duk_context* ctx)
     duk_push_this(ctx);
     CControlSite* site = SiteOf(ctx, -1);
     if (!site) return PushScriptError(ctx, "on: not called on a control");
-    const EventEntry* event = site->EventInfo() ? site->EventInfo()->FindByName(CString(FromUtf8(name))) : nullptr;
+    const EventInfo* event = site->Info().FindEvent(CString(FromUtf8(name)));
     if (!event) {
         std::vector<std::string> names;
-        if (site->EventInfo())
-            for (const EventEntry& e : site->EventInfo()->Entries()) names.push_back(ToUtf8(e.name));
+        for (const EventInfo& e : site->Info().Events()) names.push_back(ToUtf8(e.name));
         return PushScriptError(ctx, "unknown event '" + std::string(name) + "'" + DidYouMean(name, names));
     }
     duk_get_prop_string(ctx, -1, kHandlersKey);
@@ -152,7 +150,7 @@ duk_ret_t ToStringBody(duk_context* ctx)
 
 struct EventDelivery {
     CControlSite* site;
-    const EventEntry* event;
+    const EventInfo* event;
     VARIANT* args;
     UINT count;
 };
@@ -177,7 +175,7 @@ duk_ret_t DeliverSafely(duk_context* ctx, void* udata)
     return 1;
 }
 
-void Deliver(duk_context* ctx, CControlSite* site, const EventEntry& event, VARIANT* args, UINT count)
+void Deliver(duk_context* ctx, CControlSite* site, const EventInfo& event, VARIANT* args, UINT count)
 {
     CScriptHost& host = ScriptHostOf(ctx);
     if (host.HasHandlerError()) return; // the script is on its way out
@@ -207,7 +205,7 @@ void MakeControlObject(duk_context* ctx, CControlSite* site)
     PutFunction(ctx, -1, "toString", &ToStringBody, 0);
     PushProxyHandler(ctx);
     duk_push_proxy(ctx, 0);
-    site->SetEventHandler([ctx, site, alive = ScriptHostOf(ctx).AliveFlag()](const EventEntry& event, VARIANT* args,
+    site->SetEventHandler([ctx, site, alive = ScriptHostOf(ctx).AliveFlag()](const EventInfo& event, VARIANT* args,
                                                                              UINT count) {
         if (*alive) Deliver(ctx, site, event, args, count);
     });

@@ -1,8 +1,9 @@
 // Dialogs: the base-unit arithmetic, layout from a template, Tab, Enter and Escape, the modal loop,
-// and the drop-down combo box.
+// the drop-down combo box, and the common file dialogs.
 #include "gdi/standin.h"
 #include "gdi/wingdi.h"
 #include "spy.h"
+#include "user/commdlg.h"
 
 using namespace spy;
 using Lines = std::vector<std::string>;
@@ -356,4 +357,31 @@ TEST_F(ComboTest, LongListScrollsToKeepTheSelectionInView)
     EXPECT_EQ(Text(h), u"12");
     EXPECT_FALSE(List());
     SetFocus(nullptr);
+}
+
+// The common file dialogs answer with the host's choice: the default extension goes to a name that
+// has none, and a path longer than the caller's buffer is refused, as the real dialog refuses it.
+TEST(CommonFileDialog, HostAnswersIntoTheCallersBuffer)
+{
+    char16_t file[16] = u"in";
+    OPENFILENAME ofn{sizeof(OPENFILENAME), nullptr, nullptr, file, 16, 0, u"xml"};
+    EXPECT_FALSE(GetSaveFileName(&ofn)) << "without a host every dialog is cancelled";
+    CString answer;
+    Lines asked;
+    SetFileDialogHook([&](BOOL bOpen, const CString& initial, CString& path) {
+        asked.push_back((bOpen ? "open " : "save ") + ToUtf8(initial));
+        path = answer;
+        return true;
+    });
+    answer = u"/a.b/c";
+    EXPECT_TRUE(GetSaveFileName(&ofn));
+    EXPECT_EQ(CString(file), u"/a.b/c.xml");
+    answer = u"/d.txt";
+    EXPECT_TRUE(GetOpenFileName(&ofn));
+    EXPECT_EQ(CString(file), u"/d.txt");
+    answer = u"/fifteen/chars";
+    EXPECT_FALSE(GetOpenFileName(&ofn)) << "no room for the extension and the terminator";
+    EXPECT_EQ(CString(file), u"/d.txt");
+    EXPECT_EQ(asked, (Lines{"save in", "open /a.b/c.xml", "open /d.txt"}));
+    SetFileDialogHook(nullptr);
 }
