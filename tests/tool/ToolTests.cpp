@@ -144,31 +144,45 @@ TEST(Tool, FrozenAreaOutlivesTheLookUntilThawed)
     EXPECT_NE(r.err.find("freeze: the area must be non-empty"), std::string::npos) << r.err;
 }
 
-// Each run is a fresh process that finds the control through the registry file alone.
+// Each run is a fresh process that finds the control through the registry file alone; register and
+// unregister print the keys they change and keep the registry in the file.
 TEST(Tool, ARegistryFileDecidesWhatEachRunCanCreate)
 {
     const std::string reg = (WorkDir() / "machine.reg").string();
     std::filesystem::remove(reg);
     const std::string script = std::string(kForm) + "print(q.EditMask = '##');\n";
-    Result r = RunScript(script, "--registry " + reg + " ");
+    const std::string withRegistry = "--registry " + reg + " ";
+    Result r = RunScript(script, withRegistry);
     EXPECT_EQ(r.status, 1);
     EXPECT_NE(r.err.find("no control is registered as 'QUILLON.QuillonCtrl.2'"), std::string::npos) << r.err;
 
-    r = RunTool("register --registry " + reg + " " + QUILLON_MODULE);
+    r = RunTool("register " + withRegistry + QUILLON_MODULE);
     ASSERT_EQ(r.status, 0) << r.err;
+    const std::string controlKey = "[HKEY_CLASSES_ROOT\\CLSID\\{5C4B1F20-3E2A-4B7D-9A61-2F0C8D7E4A10}]\n@=\"Quillon Control 2.0\"\n";
+    EXPECT_NE(r.out.find(controlKey), std::string::npos) << r.out;
     EXPECT_NE(Slurp(reg).find(std::string("@=\"") + QUILLON_MODULE + "\""), std::string::npos) << "InprocServer32 names the module";
-    r = RunScript(script, "--registry " + reg + " ");
+    EXPECT_EQ(RunTool("register " + withRegistry).out, "") << "registering again writes nothing new";
+    r = RunScript(script, withRegistry);
     EXPECT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(r.out, "##\n");
-    r = RunTool("typelib --registry " + reg); // the library is loaded from the module the file names
+    r = RunTool("typelib " + withRegistry); // the library is loaded from the module the file names
     EXPECT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(r.out.rfind("[uuid(5C4B1F2F-3E2A-4B7D-9A61-2F0C8D7E4A10), version(2.0)", 0), 0u) << r.out;
 
-    ASSERT_EQ(RunTool("unregister --registry " + reg).status, 0);
-    EXPECT_EQ(RunScript(script, "--registry " + reg + " ").status, 1);
-    r = RunTool("register --registry " + reg + " /no/such/module.ocx");
+    r = RunTool("unregister " + withRegistry);
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_NE(r.out.find(controlKey), std::string::npos) << "the removed keys are printed";
+    EXPECT_EQ(r.out.find("Component Categories"), std::string::npos) << "the categories stay";
+    EXPECT_NE(Slurp(reg).find("Controls safely scriptable!"), std::string::npos);
+    EXPECT_EQ(RunScript(script, withRegistry).status, 1);
+    r = RunTool("unregister " + withRegistry);
+    EXPECT_NE(r.err.find("DllUnregisterServer failed: 0x80040200 SELFREG_E_TYPELIB"), std::string::npos) << "nothing left";
+
+    r = RunTool("register " + withRegistry + "/no/such/module.ocx");
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(r.err, "quillon: cannot load the module '/no/such/module.ocx'\n");
+    std::ofstream(reg) << "Windows Registry Editor Version 5.00\n\n[HKEY_CLASSES_ROOT\\A]\n@=dword:1\n";
+    EXPECT_EQ(RunTool("register " + withRegistry).err, "quillon: the registry file '" + reg + "' is damaged at line 4\n");
 }
 
 // The program's own version, then the module the control comes in, as its version resource states it.
