@@ -179,6 +179,8 @@ HRESULT CreateTypeLibFromSource(const TypeLibSource& source, ITypeLib** ppTLib);
 // A module's type library resource. Stand-in: the module enters the source its TYPELIB resource
 // was compiled from; LoadTypeLib finds it by the module's path.
 void AddTypeLibResource(HINSTANCE hModule, const TypeLibSource& (*pfnSource)());
+// Withdraws it, as the module unloads.
+void RemoveTypeLibResource(HINSTANCE hModule);
 
 #define DISP_E_BADINDEX ((HRESULT)0x8002000B)
 #define TYPE_E_REGISTRYACCESS ((HRESULT)0x8002801C)

@@ -83,6 +83,8 @@ LibraryResource LoadedLibraryResource(LPCOLESTR szFile)
 
 void AddTypeLibResource(HINSTANCE hModule, LibraryResource pfnSource) { Resources()[hModule] = pfnSource; }
 
+void RemoveTypeLibResource(HINSTANCE hModule) { Resources().erase(hModule); }
+
 HRESULT LoadTypeLib(LPCOLESTR szFile, ITypeLib** pptlib)
 {
     if (!szFile || !pptlib) return E_INVALIDARG;

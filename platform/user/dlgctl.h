@@ -206,6 +206,8 @@ struct DLGINITENTRY {
     LPCTSTR lpszData;
 };
 void RegisterDialogResource(WORD nID, LPCDLGTEMPLATE pTemplate, const DLGINITENTRY* pInit, size_t nInit);
+// Withdraws a dialog, as its module unloads: the template and its data live in the module.
+void RevokeDialogResource(WORD nID);
 LPCDLGTEMPLATE FindDialogResource(WORD nID);
 // The initialisation data of a dialog; the count in *pnCount.
 const DLGINITENTRY* FindDlgInitResource(WORD nID, size_t* pnCount);

@@ -57,6 +57,8 @@ void RegisterDialogResource(WORD nID, LPCDLGTEMPLATE pTemplate, const DLGINITENT
     Dialogs()[nID] = DialogResource{pTemplate, std::vector<DLGINITENTRY>(pInit, pInit + nInit)};
 }
 
+void RevokeDialogResource(WORD nID) { Dialogs().erase(nID); }
+
 LPCDLGTEMPLATE FindDialogResource(WORD nID)
 {
     auto it = Dialogs().find(nID);

@@ -54,8 +54,8 @@ private:
 };
 
 // The resources go to the platform's tables as the module loads, before any factory is asked; the
-// type library and the version resource are found by the module's own handle, and the version
-// resource leaves with the module when it is unloaded.
+// type library and the version resource are found by the module's own handle. What points into the
+// module's memory leaves with the module when it is unloaded.
 struct CResourceLoader {
     CResourceLoader()
     {
@@ -65,7 +65,12 @@ struct CResourceLoader {
         AddTypeLibResource(m_hModule, &QuillonTypeLibSource);
         RegisterQuillonVersion(m_hModule);
     }
-    ~CResourceLoader() { UnregisterVersionResource(m_hModule); }
+    ~CResourceLoader()
+    {
+        RevokeQuillonResources();
+        RemoveTypeLibResource(m_hModule);
+        UnregisterVersionResource(m_hModule);
+    }
     HMODULE m_hModule = nullptr;
 };
 

@@ -276,3 +276,8 @@ void RegisterQuillonResources()
     RegisterStringResource(IDS_ABOUT_PPG_CAPTION, u"About");
     RegisterStringResource(IDS_QUILLON_PPG_CAPTION, u"General");
 }
+
+void RevokeQuillonResources()
+{
+    for (WORD id : {IDD_ABOUTBOX_QUILLON, IDD_PROPPAGE_QUILLON, IDD_PROPPAGE_MORE, IDD_PROPPAGE_ABOUT}) RevokeDialogResource(id);
+}

@@ -2,10 +2,14 @@
 // part of the control, and COM loads the module the class's InprocServer32 key names.
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 #include "Registration.h"
 #include "base/module.h"
+#include "base/winver.h"
 #include "com/objbase.h"
 #include "com/winreg.h"
+#include "com/typeinfo.h"
+#include "user/dlgctl.h"
 
 namespace {
 constexpr char16_t kProgID[] = u"QUILLON.QuillonCtrl.2";
@@ -80,4 +84,18 @@ TEST(Activation, TheModuleRegisteredServesTheControlByProgID)
     factory->Release();
     EXPECT_TRUE(FreeLibrary(hModule));
     RegClearClassesRoot();
+}
+
+// Reading the version loads the module for the look; unloaded again, it leaves nothing of its memory
+// in the platform's tables, and loads afresh when a library is asked of it.
+TEST(Activation, ReadingTheVersionLeavesNothingOfTheModuleBehind)
+{
+    const std::u16string module = FromUtf8(QUILLON_MODULE);
+    const DWORD cb = GetFileVersionInfoSize(module.c_str(), nullptr);
+    std::vector<BYTE> block(cb);
+    ASSERT_TRUE(cb > 0 && GetFileVersionInfo(module.c_str(), 0, cb, block.data()));
+    EXPECT_EQ(FindDialogResource(1), nullptr) << "the About box left with the module";
+    CComPtr<ITypeLib> lib;
+    EXPECT_EQ(LoadTypeLib(module.c_str(), &lib), S_OK);
+    EXPECT_NE(FindDialogResource(1), nullptr);
 }
