@@ -30,14 +30,21 @@ CComPtr<ITypeInfo> DefaultInterface(ITypeInfo* coclass, bool bSource)
     return out;
 }
 
+// A type with the name of the type it refers to. An alias and an interface resolve to the automation
+// type that travels (OLE_COLOR to VT_UI4, IFontDisp to VT_DISPATCH); an enumeration stays
+// VT_USERDEFINED, its values being the library's constants.
 ElemInfo Elem(ITypeInfo* info, const TYPEDESC& t, const CString& name = CString())
 {
     ElemInfo e{name, static_cast<VARTYPE>(t.vt & ~VT_BYREF), CString(), (t.vt & VT_BYREF) != 0};
     CComPtr<ITypeInfo> ref;
     BSTR typeName = nullptr;
-    if (e.vt == VT_USERDEFINED && info->GetRefTypeInfo(t.hreftype, &ref) == S_OK &&
-        ref->GetDocumentation(MEMBERID_NIL, &typeName, nullptr, nullptr, nullptr) == S_OK)
-        e.typeName = TakeString(typeName);
+    TYPEATTR* attr = nullptr;
+    if (e.vt != VT_USERDEFINED || info->GetRefTypeInfo(t.hreftype, &ref) != S_OK) return e;
+    if (ref->GetDocumentation(MEMBERID_NIL, &typeName, nullptr, nullptr, nullptr) == S_OK) e.typeName = TakeString(typeName);
+    if (ref->GetTypeAttr(&attr) != S_OK) return e;
+    if (attr->typekind == TKIND_ALIAS) e.vt = attr->tdescAlias.vt;
+    else if (attr->typekind == TKIND_DISPATCH || attr->typekind == TKIND_INTERFACE) e.vt = VT_DISPATCH;
+    ref->ReleaseTypeAttr(attr);
     return e;
 }
 

@@ -16,6 +16,23 @@ void PutString(BSTR* out, const std::u16string& s)
 
 bool SameName(const std::u16string& a, const char16_t* b) { return b && CString(a.c_str()).CompareNoCase(b) == 0; }
 
+// References to a library's own types are their indices; those to an imported library's types count
+// from this much times the import's place, from 1.
+constexpr HREFTYPE kImportedRefBase = 0x10000;
+
+// The index of a type of any library by its name, or -1.
+int IndexByName(ITypeLib* lib, const std::u16string& name)
+{
+    for (UINT i = 0; i < lib->GetTypeInfoCount(); ++i) {
+        BSTR typeName = nullptr;
+        lib->GetDocumentation(static_cast<INT>(i), &typeName, nullptr, nullptr, nullptr);
+        const bool bSame = BstrToString(typeName).str() == name;
+        SysFreeString(typeName);
+        if (bSame) return static_cast<int>(i);
+    }
+    return -1;
+}
+
 class CTypeInfo final : public ITypeInfo {
 public:
     CTypeInfo(CTypeLib& lib, UINT index, const TypeLibType& type);
@@ -60,6 +77,11 @@ public:
     explicit CTypeLib(TypeLibSource source) : m_source(std::move(source))
     {
         for (UINT i = 0; i < m_source.types.size(); ++i) m_infos.push_back(std::make_unique<CTypeInfo>(*this, i, m_source.types[i]));
+        for (const TypeLibSource* imported : m_source.imports) {
+            CComPtr<ITypeLib> lib;
+            CreateTypeLibFromSource(*imported, &lib);
+            m_imports.push_back(std::move(lib));
+        }
     }
     HRESULT QueryInterface(REFIID riid, void** ppv) override
     {
@@ -116,12 +138,23 @@ public:
     }
     void ReleaseTLibAttr(TLIBATTR* p) override { delete p; }
 
-    // The index of a type by name, or -1.
-    int IndexOf(const std::u16string& name) const
+    // The reference of a type by name: one of the library's own, else of an import. Every name was
+    // checked when the library was made.
+    HREFTYPE RefOf(const std::u16string& name) const
     {
         for (size_t i = 0; i < m_source.types.size(); ++i)
-            if (m_source.types[i].name == name) return static_cast<int>(i);
-        return -1;
+            if (m_source.types[i].name == name) return static_cast<HREFTYPE>(i);
+        for (size_t k = 0; k < m_imports.size(); ++k)
+            if (int i = IndexByName(m_imports[k].Get(), name); i >= 0)
+                return static_cast<HREFTYPE>((k + 1) * kImportedRefBase + static_cast<size_t>(i));
+        return static_cast<HREFTYPE>(-1);
+    }
+    HRESULT RefTypeInfo(HREFTYPE ref, ITypeInfo** ppTInfo)
+    {
+        if (ref < kImportedRefBase) return GetTypeInfo(ref, ppTInfo);
+        const size_t k = ref / kImportedRefBase - 1;
+        if (k >= m_imports.size()) return TYPE_E_ELEMENTNOTFOUND;
+        return m_imports[k]->GetTypeInfo(ref % kImportedRefBase, ppTInfo);
     }
 
 private:
@@ -130,6 +163,7 @@ private:
     CComRefCount<CTypeLib> m_ref;
     const TypeLibSource m_source;
     std::vector<std::unique_ptr<CTypeInfo>> m_infos;
+    std::vector<CComPtr<ITypeLib>> m_imports;
 };
 
 CTypeInfo::CTypeInfo(CTypeLib& lib, UINT index, const TypeLibType& type) : m_lib(lib), m_index(index), m_type(type) {}
@@ -167,7 +201,7 @@ ELEMDESC CTypeInfo::Elem(VARTYPE vt, const std::u16string& userType) const
 {
     ELEMDESC e;
     // Every user type was checked when the library was made.
-    if (!userType.empty()) e.tdesc = TYPEDESC{static_cast<HREFTYPE>(m_lib.IndexOf(userType)), VT_USERDEFINED};
+    if (!userType.empty()) e.tdesc = TYPEDESC{m_lib.RefOf(userType), VT_USERDEFINED};
     else e.tdesc.vt = vt;
     return e;
 }
@@ -180,7 +214,7 @@ HRESULT CTypeInfo::GetTypeAttr(TYPEATTR** ppTypeAttr)
     // A type has far fewer than 65,536 members.
     *ppTypeAttr = new TYPEATTR{m_type.guid, 0, m_type.kind, static_cast<WORD>(Members(true).size()),
                                static_cast<WORD>(Members(false).size()), static_cast<WORD>(m_type.impls.size()),
-                               m_type.wTypeFlags, lib->wMajorVerNum, lib->wMinorVerNum};
+                               m_type.wTypeFlags, lib->wMajorVerNum, lib->wMinorVerNum, TYPEDESC{0, m_type.vtAlias}};
     m_lib.ReleaseTLibAttr(lib);
     return S_OK;
 }
@@ -233,7 +267,7 @@ HRESULT CTypeInfo::GetRefTypeOfImplType(UINT index, HREFTYPE* pRefType)
 {
     if (!pRefType) return E_POINTER;
     if (index >= m_type.impls.size()) return TYPE_E_ELEMENTNOTFOUND;
-    *pRefType = static_cast<HREFTYPE>(m_lib.IndexOf(m_type.impls[index].typeName));
+    *pRefType = m_lib.RefOf(m_type.impls[index].typeName);
     return S_OK;
 }
 
@@ -274,7 +308,7 @@ HRESULT CTypeInfo::GetDocumentation(MEMBERID memid, BSTR* pName, BSTR* pDoc, DWO
     return S_OK;
 }
 
-HRESULT CTypeInfo::GetRefTypeInfo(HREFTYPE hRefType, ITypeInfo** ppTInfo) { return m_lib.GetTypeInfo(hRefType, ppTInfo); }
+HRESULT CTypeInfo::GetRefTypeInfo(HREFTYPE hRefType, ITypeInfo** ppTInfo) { return m_lib.RefTypeInfo(hRefType, ppTInfo); }
 
 HRESULT CTypeInfo::GetContainingTypeLib(ITypeLib** ppTLib, UINT* pIndex)
 {
@@ -286,13 +320,20 @@ HRESULT CTypeInfo::GetContainingTypeLib(ITypeLib** ppTLib, UINT* pIndex)
     return S_OK;
 }
 
-// Every type a member, a parameter or a coclass names must be one of the library's own.
+bool Declares(const TypeLibSource& source, const std::u16string& name)
+{
+    for (const auto& t : source.types)
+        if (t.name == name) return true;
+    return false;
+}
+
+// Every type a member, a parameter or a coclass names must be one of the library's own or an import's.
 bool NamesKnownTypes(const TypeLibSource& source)
 {
     auto known = [&](const std::u16string& name) {
-        if (name.empty()) return true;
-        for (const auto& t : source.types)
-            if (t.name == name) return true;
+        if (name.empty() || Declares(source, name)) return true;
+        for (const TypeLibSource* imported : source.imports)
+            if (Declares(*imported, name)) return true;
         return false;
     };
     for (const auto& t : source.types) {

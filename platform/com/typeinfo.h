@@ -39,7 +39,9 @@ typedef LONG MEMBERID;
 typedef DWORD HREFTYPE;
 #define MEMBERID_NIL DISPID_UNKNOWN
 
-// A type: an automation VARTYPE, or VT_USERDEFINED with the reference of another type of the library.
+// A type: an automation VARTYPE, or VT_USERDEFINED with the reference of another type of the library
+// or of a library it imports. Stand-in: a pointer to an interface is described by the interface's own
+// reference, without the VT_PTR level above it.
 struct TYPEDESC {
     HREFTYPE hreftype = 0;
     VARTYPE vt = VT_EMPTY;
@@ -80,6 +82,7 @@ struct TYPEATTR {
     WORD wTypeFlags;
     WORD wMajorVerNum;
     WORD wMinorVerNum;
+    TYPEDESC tdescAlias; // what an alias (TKIND_ALIAS) stands for
 };
 struct TLIBATTR {
     GUID guid;
@@ -134,7 +137,7 @@ inline constexpr IID IID_ITypeLib = {0x00020402, 0x0000, 0x0000, {0xC0, 0, 0, 0,
 #define TYPE_E_ELEMENTNOTFOUND ((HRESULT)0x8002802B)
 
 // The library's source, in ODL's terms. A type named in a member's userType is one of the library's
-// own types, by name; otherwise vt gives the automation type.
+// own types or of a library it imports, by name; otherwise vt gives the automation type.
 struct TypeLibParam {
     std::u16string name;
     VARTYPE vt = VT_EMPTY;
@@ -163,6 +166,7 @@ struct TypeLibType {
     WORD wTypeFlags = 0;
     std::vector<TypeLibMember> members;
     std::vector<TypeLibImpl> impls; // a coclass's interfaces
+    VARTYPE vtAlias = VT_EMPTY;     // the type an alias stands for
 };
 struct TypeLibSource {
     GUID libid{};
@@ -171,10 +175,17 @@ struct TypeLibSource {
     std::u16string name;
     std::u16string helpString;
     std::vector<TypeLibType> types;
+    std::vector<const TypeLibSource*> imports; // the libraries importlib names
 };
 
 // The library the source describes; E_INVALIDARG when a member names a type the library lacks.
 HRESULT CreateTypeLibFromSource(const TypeLibSource& source, ITypeLib** ppTLib);
+
+// OLE Automation (stdole2.tlb), as controls import it: the aliases OLE_COLOR and OLE_HANDLE and the
+// dispatch interfaces IFontDisp and IPictureDisp. Stand-in: the two interfaces are declared without
+// their members.
+inline constexpr GUID LIBID_StdOle = {0x00020430, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+const TypeLibSource& StdOleTypeLibSource();
 
 // A module's type library resource. Stand-in: the module enters the source its TYPELIB resource
 // was compiled from; LoadTypeLib finds it by the module's path.

@@ -92,9 +92,21 @@ HRESULT PutProp(LPDISPATCH p, const CString& name, VARIANT value)
     return SUCCEEDED(hr) ? p->Invoke(id, IID_NULL, 0, DISPATCH_PROPERTYPUT, &args, nullptr, nullptr, nullptr) : hr;
 }
 
-// The writable dispatch properties of one type that the type information declares, in its order,
-// but for the one left out.
-std::vector<CString> WritableProperties(ITypeInfo* info, VARTYPE vt, MEMBERID leftOut)
+// Whether a type is the one of that name the library refers to (OLE_COLOR, IPictureDisp).
+bool IsNamedType(ITypeInfo* info, const TYPEDESC& t, const char16_t* pszType)
+{
+    CComPtr<ITypeInfo> ref;
+    BSTR name = nullptr;
+    if (t.vt != VT_USERDEFINED || info->GetRefTypeInfo(t.hreftype, &ref) != S_OK ||
+        ref->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr) != S_OK)
+        return false;
+    const bool bSame = BstrToString(name) == pszType;
+    SysFreeString(name);
+    return bSame;
+}
+
+// The writable dispatch properties of one type that the type information declares, in its order.
+std::vector<CString> WritableProperties(ITypeInfo* info, const char16_t* pszType)
 {
     std::vector<CString> out;
     TYPEATTR* attr = nullptr;
@@ -104,8 +116,8 @@ std::vector<CString> WritableProperties(ITypeInfo* info, VARTYPE vt, MEMBERID le
         if (FAILED(info->GetVarDesc(i, &v))) continue;
         BSTR name = nullptr;
         UINT n = 0;
-        if (v->varkind == VAR_DISPATCH && !(v->wVarFlags & VARFLAG_FREADONLY) && v->elemdescVar.tdesc.vt == vt &&
-            v->memid != leftOut && info->GetNames(v->memid, &name, 1, &n) == S_OK && n == 1) {
+        if (v->varkind == VAR_DISPATCH && !(v->wVarFlags & VARFLAG_FREADONLY) && IsNamedType(info, v->elemdescVar.tdesc, pszType) &&
+            info->GetNames(v->memid, &name, 1, &n) == S_OK && n == 1) {
             out.push_back(BstrToString(name));
             SysFreeString(name);
         }
@@ -115,8 +127,8 @@ std::vector<CString> WritableProperties(ITypeInfo* info, VARTYPE vt, MEMBERID le
     return out;
 }
 
-// A stock page: the objects' properties of one type, read from the first object's type information
-// (OLE_COLOR properties are VT_UI4 in it; pictures and fonts VT_DISPATCH, the font being DISPID_FONT).
+// A stock page: the objects' properties of one type (OLE_COLOR, IPictureDisp), read from the first
+// object's type information.
 class CStockPage : public COlePropertyPage {
 public:
     CStockPage(UINT idDlg, const CLSID& clsid) : COlePropertyPage(idDlg, idDlg), m_clsid(clsid) {}
@@ -129,11 +141,11 @@ protected:
         LPDISPATCH* objects = GetObjectArray(&n);
         return n ? objects[0] : nullptr;
     }
-    std::vector<CString> PropertiesOf(VARTYPE vt, bool bPictures)
+    std::vector<CString> PropertiesOf(const char16_t* pszType)
     {
         CComPtr<ITypeInfo> info;
         if (!First() || FAILED(First()->GetTypeInfo(0, 0, &info))) return {};
-        return WritableProperties(info.Get(), vt, bPictures ? DISPID_FONT : MEMBERID_NIL);
+        return WritableProperties(info.Get(), pszType);
     }
     void PutAll(const CString& name, const VARIANT& value)
     {
@@ -163,7 +175,7 @@ public:
     BOOL OnInitDialog() override
     {
         for (const NamedColor& c : kColors) SendDlgItemMessage(m_hWnd, IDC_COLOR_VALUE, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(c.name));
-        Fill(IDC_COLOR_PROP, PropertiesOf(VT_UI4, false));
+        Fill(IDC_COLOR_PROP, PropertiesOf(u"OLE_COLOR"));
         ShowColor();
         return COlePropertyPage::OnInitDialog();
     }
@@ -328,7 +340,7 @@ public:
     }
     BOOL OnInitDialog() override
     {
-        Fill(IDC_PICTURE_PROP, PropertiesOf(VT_DISPATCH, true));
+        Fill(IDC_PICTURE_PROP, PropertiesOf(u"IPictureDisp"));
         Describe();
         return COlePropertyPage::OnInitDialog();
     }

@@ -78,12 +78,25 @@ std::vector<TypeLibParam> Params(const std::u16string& member, const std::vector
     return params;
 }
 
+// The OLE Automation type a property's plain automation type stands for, as the control declares it:
+// every colour is an OLE_COLOR, the font an IFontDisp, the drop button's picture an IPictureDisp and
+// the window an OLE_HANDLE.
+std::u16string StdOleType(const DispEntry& e)
+{
+    if (e.flags & DISPATCH_METHOD) return u"";
+    if (e.vt == VT_UI4) return u"OLE_COLOR";
+    if (e.dispid == DISPID_FONT) return u"IFontDisp";
+    if (e.vt == VT_DISPATCH) return u"IPictureDisp";
+    if (e.dispid == DISPID_HWND) return u"OLE_HANDLE";
+    return u"";
+}
+
 constexpr WORD kTextFlags = VARFLAG_FBINDABLE | VARFLAG_FREQUESTEDIT | VARFLAG_FDISPLAYBIND | VARFLAG_FDEFAULTBIND;
 constexpr WORD kEnumeratedFlags = VARFLAG_FBINDABLE | VARFLAG_FREQUESTEDIT;
 
 TypeLibType DispatchInterface()
 {
-    TypeLibType t{TKIND_DISPATCH, DIID__DQuillon, u"_DQuillon", u"Dispatch interface for Quillon Control", TYPEFLAG_FHIDDEN | TYPEFLAG_FDISPATCHABLE, {}, {}};
+    TypeLibType t{TKIND_DISPATCH, DIID__DQuillon, u"_DQuillon", u"Dispatch interface for Quillon Control", TYPEFLAG_FHIDDEN | TYPEFLAG_FDISPATCHABLE, {}, {}, VT_EMPTY};
     for (const DispEntry& e : CQuillonCtrl::DispatchMap().Entries()) {
         if (e.dispid == DISPID_TEXT) continue; // the stock text: only its dispid is used, to notify the host
         const std::u16string name = e.name.str();
@@ -95,6 +108,8 @@ TypeLibType DispatchInterface()
         if (auto it = EnumeratedProperties().find(name); it != EnumeratedProperties().end()) {
             m.userType = it->second;
             m.wFlags = kEnumeratedFlags;
+        } else {
+            m.userType = StdOleType(e);
         }
         if (name == u"Text" || e.dispid == DISPID_VALUE) m.wFlags = kTextFlags; // the control's text and _Text
         m.params = Params(name, e.params);
@@ -105,7 +120,7 @@ TypeLibType DispatchInterface()
 
 TypeLibType EventInterface()
 {
-    TypeLibType t{TKIND_DISPATCH, DIID__DQuillonEvents, u"_DQuillonEvents", u"Event interface for Quillon Control", TYPEFLAG_FDISPATCHABLE, {}, {}};
+    TypeLibType t{TKIND_DISPATCH, DIID__DQuillonEvents, u"_DQuillonEvents", u"Event interface for Quillon Control", TYPEFLAG_FDISPATCHABLE, {}, {}, VT_EMPTY};
     for (const EventEntry& e : CQuillonCtrl::EventMap().Entries())
         t.members.push_back({TypeLibMember::Method, e.name.str(), e.dispid, VT_EMPTY, {}, 0, Params(e.name.str(), e.params), 0, {}});
     return t;
@@ -113,9 +128,10 @@ TypeLibType EventInterface()
 
 TypeLibSource BuildSource()
 {
-    TypeLibSource lib{LIBID_QuillonLib, kLibVerMajor, kLibVerMinor, u"QuillonLib", u"Quillon (2.0) Masked Edit ActiveX Control", {}};
+    TypeLibSource lib{LIBID_QuillonLib, kLibVerMajor, kLibVerMinor, u"QuillonLib", u"Quillon (2.0) Masked Edit ActiveX Control", {},
+                      {&StdOleTypeLibSource()}};
     for (const EnumSource& e : Enumerations()) {
-        TypeLibType t{TKIND_ENUM, {}, e.name, {}, 0, {}, {}};
+        TypeLibType t{TKIND_ENUM, {}, e.name, {}, 0, {}, {}, VT_EMPTY};
         for (size_t i = 0; i < e.symbols.size(); ++i)
             // Constants are numbered as the compiler numbers them, from 0x40000000 in declaration order.
             t.members.push_back({TypeLibMember::Constant, e.symbols[i].first, static_cast<MEMBERID>(0x40000000 + i), VT_I4,
@@ -125,7 +141,7 @@ TypeLibSource BuildSource()
     lib.types.push_back(DispatchInterface());
     lib.types.push_back(EventInterface());
     lib.types.push_back({TKIND_COCLASS, CQuillonCtrl::clsid, u"Quillon", u"Quillon Control", TYPEFLAG_FCANCREATE | TYPEFLAG_FCONTROL, {},
-                         {{u"_DQuillon", IMPLTYPEFLAG_FDEFAULT}, {u"_DQuillonEvents", IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE}}});
+                         {{u"_DQuillon", IMPLTYPEFLAG_FDEFAULT}, {u"_DQuillonEvents", IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE}}, VT_EMPTY});
     return lib;
 }
 

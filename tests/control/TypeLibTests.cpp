@@ -89,14 +89,20 @@ TEST_F(TypeLib, DispatchInterfaceDeclaresEveryEntryOfTheMapWithItsIdKindAndTypes
         ASSERT_TRUE(m.bFound);
         EXPECT_EQ(m.bFunction, (e.flags & DISPATCH_METHOD) != 0);
         if (m.type.vt == VT_USERDEFINED) {
-            CComPtr<ITypeInfo> enumInfo;
-            ASSERT_EQ(info->GetRefTypeInfo(m.type.hreftype, &enumInfo), S_OK);
-            TYPEATTR* enumAttr = nullptr;
-            enumInfo->GetTypeAttr(&enumAttr);
-            EXPECT_EQ(enumAttr->typekind, TKIND_ENUM);
-            enumInfo->ReleaseTypeAttr(enumAttr);
-            EXPECT_EQ(e.vt, VT_I2) << "an enumerated property travels as a short";
-            EXPECT_EQ(m.wFlags, VARFLAG_FBINDABLE | VARFLAG_FREQUESTEDIT);
+            CComPtr<ITypeInfo> ref;
+            ASSERT_EQ(info->GetRefTypeInfo(m.type.hreftype, &ref), S_OK);
+            TYPEATTR* refAttr = nullptr;
+            ref->GetTypeAttr(&refAttr);
+            if (refAttr->typekind == TKIND_ENUM) {
+                EXPECT_EQ(e.vt, VT_I2) << "an enumerated property travels as a short";
+                EXPECT_EQ(m.wFlags, VARFLAG_FBINDABLE | VARFLAG_FREQUESTEDIT);
+            } else if (refAttr->typekind == TKIND_ALIAS) {
+                EXPECT_EQ(refAttr->tdescAlias.vt, e.vt) << "an OLE Automation alias of the map's type";
+            } else {
+                EXPECT_EQ(refAttr->typekind, TKIND_DISPATCH);
+                EXPECT_EQ(e.vt, VT_DISPATCH);
+            }
+            ref->ReleaseTypeAttr(refAttr);
         } else {
             EXPECT_EQ(m.type.vt, e.vt);
         }
@@ -208,6 +214,12 @@ TEST_F(ControlTest, SiteKnowsTheControlFromItsTypeInformation)
     EXPECT_EQ(setSel->params[2].name, u"bNoScroll");
     EXPECT_EQ(setSel->params[2].vt, VT_BOOL);
     EXPECT_EQ(info.FindMember(u"AddItem")->result.vt, VT_I2);
+    // The types the control imports from OLE Automation, resolved to what travels.
+    for (auto [name, type, vt] : {std::tuple{u"BackColor", u"OLE_COLOR", VT_UI4}, std::tuple{u"hWnd", u"OLE_HANDLE", VT_I4},
+                                  std::tuple{u"Font", u"IFontDisp", VT_DISPATCH}, std::tuple{u"DropPicture", u"IPictureDisp", VT_DISPATCH}}) {
+        EXPECT_EQ(info.FindMember(name)->result.typeName, type) << ToUtf8(std::u16string(name));
+        EXPECT_EQ(info.FindMember(name)->result.vt, vt) << ToUtf8(std::u16string(name));
+    }
     EXPECT_EQ(info.FindMember(DISPID_TEXT), nullptr) << "the stock text is not declared";
     EXPECT_EQ(info.FindMember(u"Bogus"), nullptr);
 

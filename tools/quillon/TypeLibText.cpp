@@ -1,6 +1,8 @@
 // A type library printed as ODL text, read through ITypeLib and ITypeInfo alone.
 #include "TypeLibText.h"
+#include <algorithm>
 #include <sstream>
+#include <vector>
 #include "com/objbase.h"
 
 namespace {
@@ -29,12 +31,20 @@ Doc DocOf(ITypeInfo* info, MEMBERID memid)
     return {Utf8(name), Utf8(help)};
 }
 
+// The name of a type another one refers to; an interface is named as the pointer that is passed.
+std::string ReferencedTypeName(ITypeInfo* info, HREFTYPE hreftype)
+{
+    CComPtr<ITypeInfo> ref;
+    TYPEATTR* attr = nullptr;
+    if (info->GetRefTypeInfo(hreftype, &ref) != S_OK || ref->GetTypeAttr(&attr) != S_OK) return "?";
+    const bool bInterface = attr->typekind == TKIND_DISPATCH || attr->typekind == TKIND_INTERFACE;
+    ref->ReleaseTypeAttr(attr);
+    return DocOf(ref.Get(), MEMBERID_NIL).name + (bInterface ? "*" : "");
+}
+
 std::string TypeName(ITypeInfo* info, const TYPEDESC& t)
 {
-    if (t.vt == VT_USERDEFINED) {
-        CComPtr<ITypeInfo> ref;
-        return info->GetRefTypeInfo(t.hreftype, &ref) == S_OK ? DocOf(ref.Get(), MEMBERID_NIL).name : "?";
-    }
+    if (t.vt == VT_USERDEFINED) return ReferencedTypeName(info, t.hreftype);
     const bool bByRef = (t.vt & VT_BYREF) != 0;
     std::string name;
     switch (t.vt & ~VT_BYREF) {
@@ -125,6 +135,61 @@ void PrintCoclass(std::ostringstream& out, ITypeInfo* info, const TYPEATTR& attr
     out << "    };\n";
 }
 
+// The types of a type's properties, results and parameters.
+std::vector<TYPEDESC> MemberTypes(ITypeInfo* info)
+{
+    std::vector<TYPEDESC> out;
+    TYPEATTR* attr = nullptr;
+    if (info->GetTypeAttr(&attr) != S_OK) return out;
+    for (UINT i = 0; i < attr->cVars; ++i) {
+        VARDESC* v = nullptr;
+        if (info->GetVarDesc(i, &v) != S_OK) continue;
+        out.push_back(v->elemdescVar.tdesc);
+        info->ReleaseVarDesc(v);
+    }
+    for (UINT i = 0; i < attr->cFuncs; ++i) {
+        FUNCDESC* f = nullptr;
+        if (info->GetFuncDesc(i, &f) != S_OK) continue;
+        out.push_back(f->elemdescFunc.tdesc);
+        for (SHORT p = 0; p < f->cParams; ++p) out.push_back(f->lprgelemdescParam[p].tdesc);
+        info->ReleaseFuncDesc(f);
+    }
+    info->ReleaseTypeAttr(attr);
+    return out;
+}
+
+// The libraries other than this one whose types its members name, as importlib lines; OLE
+// Automation is imported from the file every system has.
+std::string Imports(ITypeLib* lib)
+{
+    std::vector<GUID> seen;
+    std::string out;
+    TLIBATTR* own = nullptr;
+    lib->GetLibAttr(&own);
+    seen.push_back(own->guid);
+    lib->ReleaseTLibAttr(own);
+    for (UINT i = 0; i < lib->GetTypeInfoCount(); ++i) {
+        CComPtr<ITypeInfo> info;
+        lib->GetTypeInfo(i, &info);
+        for (const TYPEDESC& t : MemberTypes(info.Get())) {
+            CComPtr<ITypeInfo> ref;
+            CComPtr<ITypeLib> container;
+            TLIBATTR* attr = nullptr;
+            if (t.vt != VT_USERDEFINED || info->GetRefTypeInfo(t.hreftype, &ref) != S_OK ||
+                ref->GetContainingTypeLib(&container, nullptr) != S_OK || container->GetLibAttr(&attr) != S_OK)
+                continue;
+            if (std::find(seen.begin(), seen.end(), attr->guid) == seen.end()) {
+                seen.push_back(attr->guid);
+                BSTR name = nullptr;
+                container->GetDocumentation(-1, &name, nullptr, nullptr, nullptr);
+                out += "    importlib(\"" + (attr->guid == LIBID_StdOle ? std::string("stdole2") : Utf8(name)) + ".tlb\");\n";
+            }
+            container->ReleaseTLibAttr(attr);
+        }
+    }
+    return out.empty() ? out : out + "\n";
+}
+
 } // namespace
 
 std::string TypeLibAsOdl(ITypeLib* lib)
@@ -135,7 +200,7 @@ std::string TypeLibAsOdl(ITypeLib* lib)
     BSTR name = nullptr, help = nullptr;
     lib->GetDocumentation(-1, &name, &help, nullptr, nullptr);
     out << "[uuid(" << Guid(libAttr->guid) << "), version(" << libAttr->wMajorVerNum << "." << libAttr->wMinorVerNum
-        << "), helpstring(\"" << Utf8(help) << "\"), control]\nlibrary " << Utf8(name) << " {\n";
+        << "), helpstring(\"" << Utf8(help) << "\"), control]\nlibrary " << Utf8(name) << " {\n" << Imports(lib);
     lib->ReleaseTLibAttr(libAttr);
     for (UINT i = 0; i < lib->GetTypeInfoCount(); ++i) {
         CComPtr<ITypeInfo> info;
