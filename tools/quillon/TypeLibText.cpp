@@ -182,7 +182,8 @@ std::string Imports(ITypeLib* lib)
                 seen.push_back(attr->guid);
                 BSTR name = nullptr;
                 container->GetDocumentation(-1, &name, nullptr, nullptr, nullptr);
-                out += "    importlib(\"" + (attr->guid == LIBID_StdOle ? std::string("stdole2") : Utf8(name)) + ".tlb\");\n";
+                const std::string libName = Utf8(name);
+                out += "    importlib(\"" + (attr->guid == LIBID_StdOle ? std::string("stdole2") : libName) + ".tlb\");\n";
             }
             container->ReleaseTLibAttr(attr);
         }
