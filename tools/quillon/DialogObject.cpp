@@ -45,75 +45,68 @@ void PushText(duk_context* ctx, const CString& s)
     duk_push_lstring(ctx, text.data(), text.size());
 }
 
-duk_ret_t GetTextBody(duk_context* ctx)
+// A field's accessor, given the field and its dialog; ResolveField finds them or throws, naming the
+// accessor.
+using FieldAccess = duk_ret_t (*)(duk_context* ctx, CDialogDriver& d, HWND h);
+
+template <const char* Name, FieldAccess Access>
+duk_ret_t ResolveField(duk_context* ctx)
 {
     CDialogDriver* d;
-    HWND h = ThisField(ctx, &d, "text");
-    if (!h) return kThrow;
-    PushText(ctx, d->Text(h));
+    HWND h = ThisField(ctx, &d, Name);
+    return h ? Access(ctx, *d, h) : kThrow;
+}
+
+duk_ret_t GetText(duk_context* ctx, CDialogDriver& d, HWND h)
+{
+    PushText(ctx, d.Text(h));
     return 1;
 }
 
-duk_ret_t SetTextBody(duk_context* ctx)
+duk_ret_t SetText(duk_context* ctx, CDialogDriver& d, HWND h)
 {
-    CDialogDriver* d;
-    HWND h = ThisField(ctx, &d, "text");
-    if (!h) return kThrow;
-    d->SetText(h, CString(FromUtf8(duk_to_string(ctx, 0))));
+    d.SetText(h, CString(FromUtf8(duk_to_string(ctx, 0))));
     return 0;
 }
 
-duk_ret_t GetCheckedBody(duk_context* ctx)
+duk_ret_t GetChecked(duk_context* ctx, CDialogDriver& d, HWND h)
 {
-    CDialogDriver* d;
-    HWND h = ThisField(ctx, &d, "checked");
-    if (!h) return kThrow;
-    duk_push_boolean(ctx, d->Checked(h));
+    duk_push_boolean(ctx, d.Checked(h));
     return 1;
 }
 
-duk_ret_t SetCheckedBody(duk_context* ctx)
+duk_ret_t SetChecked(duk_context* ctx, CDialogDriver& d, HWND h)
 {
-    CDialogDriver* d;
-    HWND h = ThisField(ctx, &d, "checked");
-    if (!h) return kThrow;
-    d->SetChecked(h, duk_to_boolean(ctx, 0));
+    d.SetChecked(h, duk_to_boolean(ctx, 0));
     return 0;
 }
 
-duk_ret_t GetIndexBody(duk_context* ctx)
+duk_ret_t GetIndex(duk_context* ctx, CDialogDriver& d, HWND h)
 {
-    CDialogDriver* d;
-    HWND h = ThisField(ctx, &d, "index");
-    if (!h) return kThrow;
-    duk_push_int(ctx, d->Index(h));
+    duk_push_int(ctx, d.Index(h));
     return 1;
 }
 
-duk_ret_t SetIndexBody(duk_context* ctx)
+duk_ret_t SetIndex(duk_context* ctx, CDialogDriver& d, HWND h)
 {
-    CDialogDriver* d;
-    HWND h = ThisField(ctx, &d, "index");
-    if (!h) return kThrow;
     int i = duk_to_int(ctx, 0);
-    if (i < 0 || i >= static_cast<int>(d->Lines(h).size())) return PushScriptError(ctx, "index: no line " + std::to_string(i));
-    d->SetIndex(h, i);
+    if (i < 0 || i >= static_cast<int>(d.Lines(h).size())) return PushScriptError(ctx, "index: no line " + std::to_string(i));
+    d.SetIndex(h, i);
     return 0;
 }
 
-duk_ret_t GetLinesBody(duk_context* ctx)
+duk_ret_t GetLines(duk_context* ctx, CDialogDriver& d, HWND h)
 {
-    CDialogDriver* d;
-    HWND h = ThisField(ctx, &d, "lines");
-    if (!h) return kThrow;
     duk_push_array(ctx);
     duk_uarridx_t i = 0;
-    for (const CString& line : d->Lines(h)) {
+    for (const CString& line : d.Lines(h)) {
         PushText(ctx, line);
         duk_put_prop_index(ctx, -2, i++);
     }
     return 1;
 }
+
+constexpr char kText[] = "text", kChecked[] = "checked", kIndex[] = "index", kLines[] = "lines";
 
 void DefineAccessor(duk_context* ctx, const char* name, duk_c_function get, duk_c_function set)
 {
@@ -138,10 +131,10 @@ duk_ret_t FieldBody(duk_context* ctx)
     duk_push_object(ctx);
     PutHiddenPointer(ctx, -1, kDialogKey, d);
     PutHiddenPointer(ctx, -1, kFieldKey, h);
-    DefineAccessor(ctx, "text", &Guarded<GetTextBody>, &Guarded<SetTextBody>);
-    DefineAccessor(ctx, "checked", &Guarded<GetCheckedBody>, &Guarded<SetCheckedBody>);
-    DefineAccessor(ctx, "index", &Guarded<GetIndexBody>, &Guarded<SetIndexBody>);
-    DefineAccessor(ctx, "lines", &Guarded<GetLinesBody>, nullptr);
+    DefineAccessor(ctx, kText, &Guarded<ResolveField<kText, GetText>>, &Guarded<ResolveField<kText, SetText>>);
+    DefineAccessor(ctx, kChecked, &Guarded<ResolveField<kChecked, GetChecked>>, &Guarded<ResolveField<kChecked, SetChecked>>);
+    DefineAccessor(ctx, kIndex, &Guarded<ResolveField<kIndex, GetIndex>>, &Guarded<ResolveField<kIndex, SetIndex>>);
+    DefineAccessor(ctx, kLines, &Guarded<ResolveField<kLines, GetLines>>, nullptr);
     return 1;
 }
 

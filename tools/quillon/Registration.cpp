@@ -1,7 +1,7 @@
 // The program's registry and the module's registration, compared key by key before and after.
 #include "Registration.h"
-#include <sys/stat.h>
 #include <cstdio>
+#include <filesystem>
 #include <set>
 #include <sstream>
 #include <vector>
@@ -36,17 +36,11 @@ std::string Missing(const std::string& from, const std::string& in)
     return out;
 }
 
-bool Exists(const std::string& path)
-{
-    struct stat st;
-    return ::stat(path.c_str(), &st) == 0;
-}
-
 // The registry of a .reg file, when there is one yet.
 bool ImportRegistry(const std::string& registryFile, std::string& problem)
 {
     int nBadLine = 0;
-    if (!Exists(registryFile) || RegImportFile(registryFile.c_str(), &nBadLine)) return true;
+    if (!std::filesystem::exists(registryFile) || RegImportFile(registryFile.c_str(), &nBadLine)) return true;
     problem = nBadLine ? "the registry file '" + registryFile + "' is damaged at line " + std::to_string(nBadLine)
                        : "the registry file '" + registryFile + "' cannot be read";
     return false;
