@@ -184,14 +184,3 @@ TEST(Tool, ARegistryFileDecidesWhatEachRunCanCreate)
     std::ofstream(reg) << "Windows Registry Editor Version 5.00\n\n[HKEY_CLASSES_ROOT\\A]\n@=dword:1\n";
     EXPECT_EQ(RunTool("register " + withRegistry).err, "quillon: the registry file '" + reg + "' is damaged at line 4\n");
 }
-
-// The program's own version, then the module the control comes in, as its version resource states it.
-TEST(Tool, VersionReportsTheModulesVersionResource)
-{
-    Result r = RunTool("--version");
-    EXPECT_EQ(r.status, 0) << r.err;
-    const std::string firstLine = r.out.substr(0, r.out.find('\n') + 1);
-    EXPECT_EQ(firstLine.rfind("quillon 2.0.0 (Duktape ", 0), 0u) << firstLine;
-    EXPECT_EQ(r.out.substr(firstLine.size()), "control module " + std::string(QUILLON_MODULE) +
-                                                  "\n  Quillon Masked Edit ActiveX Control 2.0.0.4\n  self-registering\n");
-}
